@@ -1,0 +1,139 @@
+#pragma once
+
+#include "foundation/SharingLink.h"
+#include "text/CopiedUString.h"
+
+// A body and the link that counts the holders of its buffer. Short texts are copied, long ones shared; the
+// last holder frees the buffer. A body that is not alone is never written to.
+template <class E>
+class SharedUStringBody {
+protected:
+    SharedUStringBody() = default;
+    SharedUStringBody(SharedUStringBody const& other) { ShareFrom(other); }
+    SharedUStringBody(SharedUStringBody&& other) noexcept { TakeFrom(other); }
+    ~SharedUStringBody() { DisposeOrUnlink(); }
+
+    // Frees the text if no other holder is left, forgets it otherwise. Empty and alone afterwards.
+    void DisposeOrUnlink() noexcept {
+        if (m_link.Leave()) {
+            m_body.SetShared(false);
+            m_body.Dispose();
+        } else {
+            m_body.Forget();
+        }
+    }
+
+    // Joins the holders of `other`. This body must be empty and alone.
+    void ShareFrom(SharedUStringBody const& other) {
+        SharingLink link(other.m_link);
+        if (other.m_body.IsInline()) {
+            m_body.Reset(other.m_body.Encoding(), 0, 0);
+            m_body.AppendInPlace(other.m_body.Ref());
+        } else {
+            m_body.ShareBufferOf(other.m_body);
+        }
+        m_link.swap(link);
+    }
+
+    // Takes text and link, leaving `other` empty and alone. This body must be empty and alone.
+    void TakeFrom(SharedUStringBody& other) noexcept {
+        bool const shared = other.m_body.IsShared();
+        m_body.Seize(other.m_body);
+        m_body.SetShared(shared);
+        m_link.swap(other.m_link);
+    }
+
+    UStringBody<E> m_body;
+    SharingLink m_link;
+};
+
+// Owning string whose copies share one heap buffer. Copying marks the source too, although it is const; two
+// threads may each use a copy of their own.
+template <class E>
+class SharedUString : private SharedUStringBody<E> {
+public:
+    using TextEncoding = E;
+    using Unit = typename E::Unit;
+    using iterator = Unit const*;
+    using const_iterator = Unit const*;
+    using value_type = Unit;
+
+    SharedUString() = default;
+    SharedUString(UStringRef<E> const& view) { CopyFrom(view); }
+    // Takes the text of `text`, which is left empty.
+    SharedUString(AutoUString<E>& text) noexcept { this->m_body.Seize(text.Get()); }
+    SharedUString(AutoUString<E>&& text) noexcept { this->m_body.Seize(text.Get()); }
+    SharedUString(SharedUString const& other) = default;
+    SharedUString(SharedUString&& other) noexcept = default;
+    ~SharedUString() = default;
+
+    SharedUString& operator=(SharedUString const& other) {
+        if (this == &other) return *this;
+        this->DisposeOrUnlink();
+        this->ShareFrom(other);
+        return *this;
+    }
+    SharedUString& operator=(SharedUString&& other) noexcept {
+        if (this == &other) return *this;
+        this->DisposeOrUnlink();
+        this->TakeFrom(other);
+        return *this;
+    }
+    SharedUString& operator=(CopiedUString<E> const& text) { return *this = text.Ref(); }
+    // The view must not point into this text.
+    SharedUString& operator=(UStringRef<E> const& view) {
+        RefToBody(view);
+        return *this;
+    }
+    SharedUString& operator=(AutoUString<E>& text) noexcept {
+        this->DisposeOrUnlink();
+        this->m_body.Seize(text.Get());
+        return *this;
+    }
+    SharedUString& operator=(AutoUString<E>&& text) noexcept { return *this = text; }
+
+    Unit const* begin() const { return this->m_body.begin(); }
+    Unit const* end() const { return this->m_body.end(); }
+    bool empty() const { return this->m_body.empty(); }
+    std::size_t SizeInUnits() const { return this->m_body.SizeInUnits(); }
+    std::size_t SizeInBytes() const { return SizeInUnits() * sizeof(Unit); }
+    std::size_t CapacityInUnits() const { return this->m_body.CapacityInUnits(); }
+    E Encoding() const { return this->m_body.Encoding(); }
+    UStringRef<E> Ref() const { return this->m_body.Ref(); }
+    operator UStringRef<E>() const { return Ref(); }
+    operator ConstData() const requires std::same_as<Unit, unsigned char> { return Ref(); }
+    // Unchecked.
+    Unit const& operator[](std::size_t index) const { return begin()[index]; }
+
+    // True when no other string shares this one's link.
+    bool Alone() const { return this->m_link.Alone(); }
+
+    // Assigns a copy of the view, which must not point into this text: the old text goes first.
+    void RefToBody(UStringRef<E> const& view) {
+        this->DisposeOrUnlink();
+        CopyFrom(view);
+    }
+    void clear() noexcept { this->DisposeOrUnlink(); }
+
+    // Always builds a new body, even when this string is alone and has room: no buffer that another holder
+    // may read is ever written to. So growing a long text by single units is costly; collect it elsewhere
+    // first. The view may point into this text. An empty view changes nothing.
+    SharedUString& operator+=(UStringRef<E> const& view) {
+        if (view.empty()) return *this;
+        UStringBody<E> grown = this->m_body.Grown(view);
+        this->DisposeOrUnlink();
+        this->m_body.Seize(grown);
+        return *this;
+    }
+    SharedUString& operator+=(Unit unit) { return *this += UStringRef<E>(Encoding(), &unit, &unit + 1); }
+
+private:
+    void CopyFrom(UStringRef<E> const& view) {
+        this->m_body.Reset(view.Encoding(), 0, view.SizeInUnits());
+        this->m_body.AppendInPlace(view);
+    }
+};
+
+extern template class SharedUString<UTF8>;
+extern template class SharedUString<UTF16>;
+extern template class SharedUString<UTF32>;
