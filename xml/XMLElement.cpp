@@ -1,0 +1,118 @@
+#include "xml/XMLElement.h"
+
+// A frame may nest elements as deep as it is long, so nothing here follows the tree by recursion: copying and
+// destroying keep a list of the work that is left. Moving an element moves the buffer of its children and
+// does not touch them.
+
+XMLElement::XMLElement(UStringRef<UTF8> const& elementName, XMLAttributeMap const& elementAttributes)
+    : name(elementName), attributes(elementAttributes) {
+}
+
+XMLElement::XMLElement(char const* elementName, XMLAttributeMap const& elementAttributes)
+    : XMLElement(MakeUTF8Ref(elementName), elementAttributes) {
+}
+
+XMLElement::XMLElement(XMLElement const& other, WithoutChildren)
+    : name(other.name), attributes(other.attributes), value(other.value) {
+}
+
+XMLElement::XMLElement(XMLElement const& other) : XMLElement(other, WithoutChildren()) {
+    CopyChildren(other);
+}
+
+XMLElement& XMLElement::operator=(XMLElement const& other) {
+    XMLElement copy(other);
+    return *this = std::move(copy);
+}
+
+XMLElement::~XMLElement() {
+    std::vector<std::vector<XMLElement>> pending;
+    auto const detachGrandchildren = [&pending](std::vector<XMLElement>& elements) {
+        for (XMLElement& element : elements)
+            if (!element.children.empty()) pending.push_back(std::move(element.children));
+    };
+    detachGrandchildren(children);
+    while (!pending.empty()) {
+        std::vector<XMLElement> level = std::move(pending.back());
+        pending.pop_back();
+        detachGrandchildren(level);
+    }
+}
+
+void XMLElement::CopyChildren(XMLElement const& other) {
+    struct Work {
+        XMLElement const* from;
+        XMLElement* to;
+    };
+    std::vector<Work> pending;
+    pending.push_back({&other, this});
+    while (!pending.empty()) {
+        Work const work = pending.back();
+        pending.pop_back();
+        work.to->children.reserve(work.from->children.size());
+        for (XMLElement const& child : work.from->children) {
+            work.to->children.push_back(XMLElement(child, WithoutChildren()));
+            if (!child.children.empty()) pending.push_back({&child, &work.to->children.back()});
+        }
+    }
+}
+
+UStringRef<UTF8> XMLElement::GetValue() const {
+    if (value.empty()) return UStringRef<UTF8>();
+    return UStringRef<UTF8>(UTF8(), value.data(), value.data() + value.size());
+}
+
+void XMLElement::AppendCharacters(UStringRef<UTF8> const& text) {
+    value.insert(value.end(), text.begin(), text.end());
+}
+
+XMLElement const* XMLElement::FindChild(UStringRef<UTF8> const& childName) const {
+    for (XMLElement const& child : children)
+        if (child.name == childName) return &child;
+    return nullptr;
+}
+
+bool XMLElement::HasChildElement(UStringRef<UTF8> const& childName) const {
+    return FindChild(childName) != nullptr;
+}
+
+XMLElement const& XMLElement::GetChildElement(UStringRef<UTF8> const& childName) const {
+    XMLElement const* const child = FindChild(childName);
+    if (!child) throw NoSuchChildElement();
+    return *child;
+}
+
+XMLElement* XMLElement::AddChildElement(XMLElement const& child) {
+    return AddChildElement(XMLElement(child));
+}
+
+XMLElement* XMLElement::AddChildElement(XMLElement&& child) {
+    return &children.emplace_back(std::move(child));
+}
+
+XMLElement* XMLElement::AddChildElement(UStringRef<UTF8> const& childName,
+                                        XMLAttributeMap const& childAttributes) {
+    return &children.emplace_back(childName, childAttributes);
+}
+
+bool XMLElement::HasAttribute(UStringRef<UTF8> const& attributeName) const {
+    return attributes.contains(SharedUString<UTF8>(attributeName));
+}
+
+bool XMLElement::HasAttribute(char const* attributeName) const {
+    return HasAttribute(MakeUTF8Ref(attributeName));
+}
+
+UStringRef<UTF8> XMLElement::GetAttribute(UStringRef<UTF8> const& attributeName) const {
+    auto const found = attributes.find(SharedUString<UTF8>(attributeName));
+    if (found == attributes.end()) throw NoSuchAttribute();
+    return found->second;
+}
+
+UStringRef<UTF8> XMLElement::GetAttribute(char const* attributeName) const {
+    return GetAttribute(MakeUTF8Ref(attributeName));
+}
+
+void XMLElement::SetAttribute(UStringRef<UTF8> const& attributeName, UStringRef<UTF8> const& attributeValue) {
+    attributes[SharedUString<UTF8>(attributeName)] = attributeValue;
+}
