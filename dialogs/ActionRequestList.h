@@ -1,0 +1,70 @@
+#pragma once
+
+#include "dialogs/ActionRequest.h"
+
+#include <iterator>
+#include <map>
+#include <set>
+
+// Pending actions in order of arrival. IDs need not be unique. Finding the first action of an ID and removing
+// any action take logarithmic time, so that a client may send and withdraw any number of them, in any order.
+//
+// A request is never edited after it has arrived. Iterators and references stay valid until their own action
+// is removed.
+class ActionRequestList {
+    // Requests by their number of arrival.
+    using Requests = std::map<std::uint64_t, ActionRequest>;
+
+public:
+    class const_iterator {
+    public:
+        using iterator_category = std::bidirectional_iterator_tag;
+        using value_type = ActionRequest;
+        using difference_type = std::ptrdiff_t;
+        using pointer = ActionRequest const*;
+        using reference = ActionRequest const&;
+
+        const_iterator() = default;
+        reference operator*() const { return m_position->second; }
+        pointer operator->() const { return &m_position->second; }
+        const_iterator& operator++() {
+            ++m_position;
+            return *this;
+        }
+        const_iterator operator++(int) { return const_iterator(m_position++); }
+        const_iterator& operator--() {
+            --m_position;
+            return *this;
+        }
+        const_iterator operator--(int) { return const_iterator(m_position--); }
+        friend bool operator==(const_iterator const&, const_iterator const&) = default;
+
+    private:
+        friend class ActionRequestList;
+        explicit const_iterator(Requests::const_iterator position) : m_position(position) {}
+
+        Requests::const_iterator m_position;
+    };
+
+    const_iterator begin() const { return const_iterator(m_requests.begin()); }
+    const_iterator end() const { return const_iterator(m_requests.end()); }
+    bool empty() const { return m_requests.empty(); }
+    std::size_t size() const { return m_requests.size(); }
+    // Must not be empty.
+    ActionRequest const& front() const { return *begin(); }
+    ActionRequest const& back() const { return *std::prev(end()); }
+
+    // Appends behind the last one. The list is unchanged when this throws.
+    void push_back(ActionRequest request);
+    // The first action of that ID; end() when there is none.
+    const_iterator FindFirst(unsigned long id) const;
+    // Removes one action and returns the position behind it.
+    const_iterator erase(const_iterator position);
+    void clear();
+
+private:
+    Requests m_requests;
+    // ID and number of arrival of every request.
+    std::set<std::pair<unsigned long, std::uint64_t>> m_byID;
+    std::uint64_t m_nextArrival = 0;
+};
