@@ -1,0 +1,138 @@
+#include "app/ClientMessages.h"
+
+#include "app/LocaleNames.h"
+#include "app/ProcessState.h"
+#include "link/ActionRequestXML.h"
+#include "link/InitializationInfo.h"
+#include "link/ProtocolRecords.h"
+#include "xml/SimpleXML.h"
+#include "xml/XMLSerialize.h"
+
+#include <clocale>
+
+// Each message name has one function that reads the element and changes the process state. A function tells
+// whether the batch goes on.
+
+namespace {
+
+enum class Batch { GoesOn, EndsHere };
+
+Batch HandleActionRequest(XMLElement const& element) {
+    ActionRequest request;
+    XMLSerialize(element, request);
+    actions.push_back(std::move(request));
+    return Batch::GoesOn;
+}
+
+Batch HandleInitializationInfo(XMLElement const& element) {
+    if (initialized) return Batch::GoesOn;
+    InitializationInfo info;
+    XMLSerialize(element, info);
+    ApplyInitializationInfo(info);
+    return Batch::EndsHere;
+}
+
+// All means the one ID in the request, as an action and as a message, and not every action.
+Batch HandleRemoveRequest(XMLElement const& element) {
+    RemoveRequest request;
+    XMLLoad(element, request);
+    if (request.type == RemoveRequest::Action || request.type == RemoveRequest::All) RemoveAction(request.id);
+    return Batch::GoesOn;
+}
+
+Batch HandleMessageRequest(XMLElement const& element) {
+    MessageRequest request;
+    XMLSerialize(element, request);
+    return Batch::GoesOn;
+}
+
+Batch HandleQuietModeStart(XMLElement const& element) {
+    inQuietMode = true;
+    QuietModeStart period;
+    XMLSerialize(element, period);
+    return Batch::GoesOn;
+}
+
+Batch HandleQuietModeEnd(XMLElement const&) {
+    inQuietMode = false;
+    return Batch::GoesOn;
+}
+
+Batch HandleActionRunningTopmost(XMLElement const& element) {
+    XMLSerialize(element, "Enabled", m_enableTopmost);
+    return Batch::GoesOn;
+}
+
+struct MessageKind {
+    char const* name;
+    Batch (*handle)(XMLElement const& element);
+};
+
+constexpr MessageKind cMessageKinds[] = {
+    {"ActionRequest", HandleActionRequest},
+    {"InitializationInfo", HandleInitializationInfo},
+    {"RemoveRequest", HandleRemoveRequest},
+    {"MessageRequest", HandleMessageRequest},
+    {"QuietModeStart", HandleQuietModeStart},
+    {"QuietModeEnd", HandleQuietModeEnd},
+    {"ActionRunningTopmost", HandleActionRunningTopmost},
+};
+
+Batch HandleElement(XMLElement const& element) {
+    for (MessageKind const& kind : cMessageKinds)
+        if (element.name == MakeUTF8Ref(kind.name)) return kind.handle(element);
+    return Batch::GoesOn;
+}
+
+Batch HandleDocument(UStringRef<UTF8> const& text) {
+    std::unique_ptr<XMLElement> const root = SimpleXML::ParseXMLToTree(text);
+    for (XMLElement const& child : root->children)
+        if (HandleElement(child) == Batch::EndsHere) return Batch::EndsHere;
+    return Batch::GoesOn;
+}
+
+// Handles messages until the batch is used up or ends early.
+void HandleBatch(FiFoQueue<UIMessage>& batch) {
+    while (!batch.IsEmpty())
+        if (HandleDocument(batch.Take().text) == Batch::EndsHere) return;
+}
+
+// The environment's locale counts when it is a real one.
+bool EnvironmentHasLocale() {
+    char const* const name = setlocale(LC_CTYPE, "");
+    return name && IsRealLocale(name);
+}
+
+} // namespace
+
+void ProcessMessagesFromClient() {
+    // What was left when an InitializationInfo ended its batch.
+    static auto& pendingMessages = *new FiFoQueue<UIMessage>;
+    FiFoQueue<UIMessage> batch;
+    if (pendingMessages.IsEmpty())
+        readQ.ReadMessages(batch);
+    else
+        batch.Swap(pendingMessages);
+    try {
+        HandleBatch(batch);
+        batch.Swap(pendingMessages);
+    } catch (...) {
+        // The rest of the batch is lost with the document that failed.
+    }
+}
+
+void ApplyInitializationInfo(InitializationInfo const& info) {
+    InitialUISettings const& settings = info.settings;
+    if (settings.useLocale) international = EnvironmentHasLocale();
+    if (settings.remindTime) m_postponedTo = Instant(*settings.remindTime);
+    m_remindInterval = settings.remindInterval;
+    m_snoozable = settings.allowSnooze;
+    m_enablePersistent = settings.persistRunningMessage;
+    m_enableTopmost = settings.topmostRunningMessage;
+    initialized = true;
+}
+
+void RemoveAction(unsigned long id) {
+    auto const found = actions.FindFirst(id);
+    if (found != actions.end()) actions.erase(found);
+}

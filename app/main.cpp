@@ -1,0 +1,33 @@
+#include "app/ClientMessages.h"
+#include "app/ClientSender.h"
+#include "app/ExitCleanup.h"
+#include "app/MainLoop.h"
+#include "app/ProcessState.h"
+#include "link/UnixPipe.h"
+
+#include <unistd.h>
+
+namespace {
+
+constexpr unsigned int cSecondsBetweenLooks = 1;
+
+// Without a display yet: looks for the client's first message, and at the link, once a second.
+void WaitForInitialization() {
+    while (!initialized) {
+        if (clientPipe && clientPipe->Killed()) ExitCleanup(0, "CLOSED");
+        sleep(cSecondsBetweenLooks);
+        ProcessMessagesFromClient();
+    }
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    clientPipe = new UnixPipe(readQ, writeQ);
+    UnixPipeRef const reference(clientPipe);
+    clientPipe->Start(STDIN_FILENO, STDOUT_FILENO);
+    WriteXMLToClient(ReadyForData());
+    WaitForInitialization();
+    InitXApp(argumentCount, arguments);
+    return 0;
+}

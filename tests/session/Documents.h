@@ -1,0 +1,20 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+
+// Documents as a client writes them, and those that it expects back.
+
+// "Sun, 02 Jan 2011 08:05:09 +0000" for a time so many seconds from now.
+std::string TimeFromNow(long seconds);
+
+std::string Initialization(std::string const& settings = "");
+
+// An action that takes itself at its deadline.
+std::string ForcedAction(unsigned long id, std::string const& deadline);
+
+// The whole document that tells that the clock has taken an action.
+std::string TakenByClock(unsigned long id);
+
+// The program's first document.
+extern char const* const cReadyForData;
