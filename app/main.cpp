@@ -25,8 +25,9 @@ void WaitForInitialization() {
 int main(int argumentCount, char** arguments) {
     clientPipe = new UnixPipe(readQ, writeQ);
     UnixPipeRef const reference(clientPipe);
-    clientPipe->Start(STDIN_FILENO, STDOUT_FILENO);
+    // Queued before the threads run, so that the writer finds it at its first look and not at the next.
     WriteXMLToClient(ReadyForData());
+    clientPipe->Start(STDIN_FILENO, STDOUT_FILENO);
     WaitForInitialization();
     InitXApp(argumentCount, arguments);
     return 0;
