@@ -16,4 +16,18 @@ public:
     // True when nothing is held back.
     virtual bool Flushed() const { return true; }
     virtual void Flush(Buffer&) {}
+
+    // The same on plain ranges. A class that overrides the call brings these back in by a using-declaration.
+
+    // Returns what is left of `in`.
+    ConstData operator()(ConstData in, Buffer& out);
+    // Returns what has been written, a view of the front of `out`.
+    ConstData operator()(ConstBuffer& in, Data out);
+    // Returns what has been written. Input that finds no room is cut off without a word, so `out` must be
+    // large enough for the result.
+    ConstData operator()(ConstData in, Data out);
+
+    // The filter that copies bytes as they are. It has no state and is never destroyed; any thread may use
+    // it, also before main.
+    static DataFilter& copy;
 };

@@ -2,6 +2,8 @@
 
 #include "text/Data.h"
 
+class ConstDataRopeReference;
+
 // Something that bytes can be written to.
 class DataWriter {
 public:
@@ -27,9 +29,15 @@ public:
     virtual void Receive(ConstData data) = 0;
     virtual void ReceiveEnd() {}
 
+    // One Receive for each piece of the chain.
+    void Receive(ConstDataRopeReference rope);
+
     // Forwards to Receive.
     DataReceiver& operator<<(ConstData data) override {
         Receive(data);
         return *this;
     }
+
+    // The one receiver that drops everything. It is never destroyed, and any thread may use it.
+    static DataReceiver& Ignore();
 };

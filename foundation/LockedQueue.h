@@ -3,6 +3,8 @@
 #include "foundation/AccessLock.h"
 #include "foundation/FiFoQueue.h"
 
+#include <type_traits>
+
 // Queue between threads that is taken whole: the reader swaps its private, empty queue for everything that
 // has arrived and works through it without holding the lock.
 template <class T>

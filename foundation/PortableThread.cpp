@@ -2,15 +2,17 @@
 
 #include "foundation/ThreadExit.h"
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdio>
 #include <memory>
+#include <new>
 #include <unistd.h>
 
 // A started thread and its owner share the object until Abandon(). Abandon is a release store that pairs
 // with the acquire load of the thread's poll, so that the owner's last use of the object comes before the
 // thread frees it. Start() touches no field once the thread may run, since a thread may end, and take the
-// object with it, before pthread_create has returned.
+// object with it, before pthread_create has returned; so it is the thread that notes its handle.
 
 std::atomic<bool> ThreadKiller::m_kill{false};
 
@@ -51,7 +53,7 @@ PortableThread::PortableThread(Function function, void* argument, bool runsToCom
     : m_function(function), m_argument(argument), m_runsToCompletion(runsToCompletion) {
 }
 
-bool PortableThread::Start() {
+bool PortableThread::Start() noexcept {
     if (!m_suspended) return true;
     m_suspended = false;
     pthread_attr_t attributes;
@@ -64,15 +66,17 @@ bool PortableThread::Start() {
 }
 
 bool PortableThread::Create(pthread_attr_t& attributes) {
-    auto record = std::make_unique<StartRecord>(StartRecord{m_function, m_argument, this});
     auto const body = m_runsToCompletion ? &WaitForCompletion : &WaitForAbandon;
-    if (!Succeeded(pthread_create(&m_handle, &attributes, body, record.get()), "pthread_create"))
-        return false;
+    std::unique_ptr<StartRecord> record(new (std::nothrow) StartRecord{m_function, m_argument, this});
+    pthread_t handle{};
+    int const result = record ? pthread_create(&handle, &attributes, body, record.get()) : ENOMEM;
+    if (!Succeeded(result, "pthread_create")) return false;
     static_cast<void>(record.release());
     return true;
 }
 
 void PortableThread::CallFunction(StartRecord const& record) noexcept {
+    record.thread->m_handle = pthread_self();
     try {
         record.function(record.argument);
     } catch (...) {

@@ -26,8 +26,9 @@ public:
     PortableThread& operator=(PortableThread const&) = delete;
 
     // Starts the thread; true when it runs or has been started before. A failure is told on standard error
-    // and gives false. The stack has at least 512 KiB.
-    bool Start();
+    // and gives false; want of memory counts as one. The stack has at least 512 KiB. Once the object has been
+    // abandoned it may be gone when this returns true.
+    bool Start() noexcept;
 
     // Hands the object over to its thread.
     void Abandon() { m_abandoned.store(true, std::memory_order_release); }

@@ -51,9 +51,8 @@ bool SharingLink::Alone() const {
     return m_block->count == 1;
 }
 
-bool SharingLink::Leave() noexcept {
+bool SharingLink::LeaveBlock() noexcept {
     Block* const block = std::exchange(m_block, nullptr);
-    if (!block) return true;
     bool last = false;
     {
         Hold const hold(block->mutex);

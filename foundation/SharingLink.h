@@ -23,12 +23,14 @@ public:
 
     // Leaves the other holders for a fresh, lone link; true when there was no other holder left. Asking and
     // leaving are one step, so of two holders that leave at the same time exactly one sees true.
-    bool Leave() noexcept;
+    bool Leave() noexcept { return !m_block || LeaveBlock(); }
 
     void swap(SharingLink& other) noexcept { std::swap(m_block, other.m_block); }
 
 private:
     struct Block;
+
+    bool LeaveBlock() noexcept;
 
     mutable Block* m_block = nullptr;
 };
