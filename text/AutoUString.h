@@ -52,7 +52,7 @@ public:
         return *this;
     }
     AutoUString& operator+=(Unit unit) {
-        this->Append(UStringRef<E>(this->Encoding(), &unit, &unit + 1));
+        this->AppendUnit(unit);
         return *this;
     }
 

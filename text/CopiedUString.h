@@ -54,7 +54,7 @@ public:
         return *this;
     }
     CopiedUString& operator+=(Unit unit) {
-        this->Append(UStringRef<E>(this->Encoding(), &unit, &unit + 1));
+        this->AppendUnit(unit);
         return *this;
     }
 };

@@ -69,6 +69,13 @@ protected:
     ~EditableUString() = default;
 
     void Append(UStringRef<E> const& view);
+    void AppendUnit(Unit unit) {
+        if (m_body.SizeInUnits() < m_body.CapacityInUnits()) {
+            m_body.AppendUnitInPlace(unit);
+        } else {
+            Append(UStringRef<E>(Encoding(), &unit, &unit + 1));
+        }
+    }
     // A copy of `view` replaces the text; `view` may point into it.
     void Assign(UStringRef<E> const& view);
 

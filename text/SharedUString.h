@@ -11,7 +11,13 @@ protected:
     SharedUStringBody() = default;
     SharedUStringBody(SharedUStringBody const& other) { ShareFrom(other); }
     SharedUStringBody(SharedUStringBody&& other) noexcept { TakeFrom(other); }
-    ~SharedUStringBody() { DisposeOrUnlink(); }
+    // The body frees its buffer by itself, unless the buffer is marked.
+    ~SharedUStringBody() {
+        if (!m_link.Leave())
+            m_body.Forget();
+        else if (m_body.IsShared())
+            m_body.SetShared(false);
+    }
 
     // Frees the text if no other holder is left, forgets it otherwise. Empty and alone afterwards.
     void DisposeOrUnlink() noexcept {
@@ -59,7 +65,10 @@ public:
     using value_type = Unit;
 
     SharedUString() = default;
-    SharedUString(UStringRef<E> const& view) { CopyFrom(view); }
+    SharedUString(UStringRef<E> const& view) {
+        this->m_body.Reset(view.Encoding(), 0, view.SizeInUnits());
+        this->m_body.AppendInPlace(view);
+    }
     // Takes the text of `text`, which is left empty.
     SharedUString(AutoUString<E>& text) noexcept { this->m_body.Seize(text.Get()); }
     SharedUString(AutoUString<E>&& text) noexcept { this->m_body.Seize(text.Get()); }
@@ -67,11 +76,10 @@ public:
     SharedUString(SharedUString&& other) noexcept = default;
     ~SharedUString() = default;
 
+    // The old text goes when nothing can fail any more.
     SharedUString& operator=(SharedUString const& other) {
-        if (this == &other) return *this;
-        this->DisposeOrUnlink();
-        this->ShareFrom(other);
-        return *this;
+        SharedUString copy(other);
+        return *this = std::move(copy);
     }
     SharedUString& operator=(SharedUString&& other) noexcept {
         if (this == &other) return *this;
@@ -80,7 +88,6 @@ public:
         return *this;
     }
     SharedUString& operator=(CopiedUString<E> const& text) { return *this = text.Ref(); }
-    // The view must not point into this text.
     SharedUString& operator=(UStringRef<E> const& view) {
         RefToBody(view);
         return *this;
@@ -108,10 +115,11 @@ public:
     // True when no other string shares this one's link.
     bool Alone() const { return this->m_link.Alone(); }
 
-    // Assigns a copy of the view, which must not point into this text: the old text goes first.
+    // Assigns a copy of the view. The copy is complete before the old text is given up.
     void RefToBody(UStringRef<E> const& view) {
+        UStringBody<E> copy = Copied(view);
         this->DisposeOrUnlink();
-        CopyFrom(view);
+        this->m_body.Seize(copy);
     }
     void clear() noexcept { this->DisposeOrUnlink(); }
 
@@ -128,9 +136,11 @@ public:
     SharedUString& operator+=(Unit unit) { return *this += UStringRef<E>(Encoding(), &unit, &unit + 1); }
 
 private:
-    void CopyFrom(UStringRef<E> const& view) {
-        this->m_body.Reset(view.Encoding(), 0, view.SizeInUnits());
-        this->m_body.AppendInPlace(view);
+    static UStringBody<E> Copied(UStringRef<E> const& view) {
+        UStringBody<E> copy;
+        copy.Reset(view.Encoding(), 0, view.SizeInUnits());
+        copy.AppendInPlace(view);
+        return copy;
     }
 };
 

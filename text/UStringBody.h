@@ -58,6 +58,9 @@ public:
     // Writes a copy of `units` behind the end; they must fit.
     void AppendInPlace(UStringRef<E> units);
 
+    // The same for one unit.
+    void AppendUnitInPlace(Unit unit) { *m_end++ = unit; }
+
     // A new body with the text followed by `units`, by the rule of growth: room for twice the old size, the
     // new size or 64 units, whichever is most.
     UStringBody Grown(UStringRef<E> units) const;
@@ -84,20 +87,20 @@ private:
 };
 
 template <class E>
-void UStringBody<E>::Forget() noexcept {
+inline void UStringBody<E>::Forget() noexcept {
     m_begin = m_end = m_inlineUnits;
     m_capacity = inlineCapacity;
     m_sharedBuffer = false;
 }
 
 template <class E>
-void UStringBody<E>::Dispose() noexcept {
+inline void UStringBody<E>::Dispose() noexcept {
     FreeBuffer();
     Forget();
 }
 
 template <class E>
-void UStringBody<E>::Reset(E encoding, std::size_t size, std::size_t capacity) {
+inline void UStringBody<E>::Reset(E encoding, std::size_t size, std::size_t capacity) {
     Dispose();
     m_encoding = encoding;
     std::size_t const wanted = std::max({inlineCapacity, capacity, size});
@@ -108,13 +111,17 @@ void UStringBody<E>::Reset(E encoding, std::size_t size, std::size_t capacity) {
     m_end = m_begin + size;
 }
 
+// Copying all inline units is quicker than asking how many there are; those behind the end may be without a
+// value, which does a copy of plain units no harm.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wuninitialized"
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 template <class E>
-void UStringBody<E>::Seize(UStringBody& other) noexcept {
+inline void UStringBody<E>::Seize(UStringBody& other) noexcept {
     if (this == &other) return;
     Dispose();
     m_encoding = other.m_encoding;
     if (other.IsInline()) {
-        // The used units alone would do; copying all of them is quicker than asking how many there are.
         std::memcpy(m_inlineUnits, other.m_inlineUnits, sizeof(m_inlineUnits));
         m_end = m_inlineUnits + other.SizeInUnits();
     } else {
@@ -124,6 +131,7 @@ void UStringBody<E>::Seize(UStringBody& other) noexcept {
     }
     other.Forget();
 }
+#pragma GCC diagnostic pop
 
 template <class E>
 void UStringBody<E>::SetEnd(Unit* end) {
@@ -133,7 +141,7 @@ void UStringBody<E>::SetEnd(Unit* end) {
 }
 
 template <class E>
-void UStringBody<E>::AppendInPlace(UStringRef<E> units) {
+inline void UStringBody<E>::AppendInPlace(UStringRef<E> units) {
     if (units.empty()) return;
     std::memcpy(m_end, units.begin(), units.SizeInBytes());
     m_end += units.SizeInUnits();

@@ -36,10 +36,7 @@ template <class A, class B>
 requires SameEncodingUTexts<A, B>
 typename A::Unit const* Find(A const& text, B const& pattern) {
     using Ref = UStringRef<typename A::TextEncoding>;
-    Ref const in(text);
-    Ref const what(pattern);
-    if (in.empty() || what.empty()) return in.end();
-    return std::search(in.begin(), in.end(), what.begin(), what.end());
+    return Ref(text).Position(Ref(pattern));
 }
 
 // Same size and the same bytes after folding ASCII case.

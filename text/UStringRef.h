@@ -41,8 +41,18 @@ public:
 
     bool Contains(Unit unit) const { return std::find(begin(), end(), unit) != end(); }
     // An empty pattern is contained in nothing.
-    bool Contains(UStringRef pattern) const {
-        return !pattern.empty() && std::search(begin(), end(), pattern.begin(), pattern.end()) != end();
+    bool Contains(UStringRef pattern) const { return Position(pattern) != end(); }
+
+    // First place where `pattern` begins; end() when there is none or when either text is empty.
+    Unit const* Position(UStringRef pattern) const {
+        if (empty() || pattern.empty()) return end();
+        if constexpr (sizeof(Unit) == 1) {
+            // Linear whatever the texts are, which std::search is not.
+            void const* const found = memmem(begin(), SizeInUnits(), pattern.begin(), pattern.SizeInUnits());
+            return found ? static_cast<Unit const*>(found) : end();
+        } else {
+            return std::search(begin(), end(), pattern.begin(), pattern.end());
+        }
     }
 
     // The view between two offsets (not an offset and a length) when first <= last <= size; otherwise the
