@@ -106,7 +106,7 @@ ConstData TrimAsciiWhitespace(ConstData data);
 
 std::string MakeString(ConstData data);
 
-// View of the bytes of a C++ text.
+// View of the bytes of a C++ text, which must outlive it.
 inline ConstData MakeConstData(std::string const& text) {
     auto const* first = reinterpret_cast<unsigned char const*>(text.data());
     return ConstData(first, first + text.size());

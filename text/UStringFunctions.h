@@ -69,6 +69,18 @@ UStringRef<UTF8> TrimLeadingAsciiWhitespace(UStringRef<UTF8> const& text);
 UStringRef<UTF8> TrimTrailingAsciiWhitespace(UStringRef<UTF8> const& text);
 UStringRef<UTF8> TrimAsciiWhitespace(UStringRef<UTF8> const& text);
 
+// The same for owners of UTF-8, which could be taken for plain bytes as well.
+template <class T>
+concept UTF8Owner = UText<T> && std::same_as<typename T::TextEncoding, UTF8> && requires(T const& text) {
+    { text.Ref() } -> std::same_as<UStringRef<UTF8>>;
+};
+UStringRef<UTF8> TrimLeadingAsciiWhitespace(UTF8Owner auto const& text) {
+    return TrimLeadingAsciiWhitespace(text.Ref());
+}
+UStringRef<UTF8> TrimAsciiWhitespace(UTF8Owner auto const& text) {
+    return TrimAsciiWhitespace(text.Ref());
+}
+
 // View from the first white byte on; from the first byte above 127 if that comes earlier.
 UStringRef<UTF8> TrimToLeadingAsciiWhitespace(UStringRef<UTF8> const& text);
 

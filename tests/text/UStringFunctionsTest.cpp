@@ -293,3 +293,11 @@ TEST(CharPosFromOffset, IsZeroForAnEmptyTextOrOffset) {
     EXPECT_EQ(CharPosFromOffset(Ref(), 5), 0U);
     EXPECT_EQ(CharPosFromOffset("abc"_utf8, 0), 0U);
 }
+
+TEST(TrimAsciiWhitespace, TakesEveryOwnerOfATextAsTextAndNotAsBytes) {
+    CopiedUString<UTF8> const copied(" x "_utf8);
+    SharedUString<UTF8> const shared(" y "_utf8);
+    EXPECT_EQ(TrimAsciiWhitespace(copied), "x"_utf8);
+    EXPECT_EQ(TrimAsciiWhitespace(shared), "y"_utf8);
+    EXPECT_EQ(TrimLeadingAsciiWhitespace(copied), "x "_utf8);
+}
