@@ -1,0 +1,4 @@
+#pragma once
+
+// Calls of operator new in the test program so far, on all threads.
+unsigned long AllocationCount();
