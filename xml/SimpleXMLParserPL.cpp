@@ -1,13 +1,13 @@
 #include "xml/SimpleXMLParserPL.h"
 
-#include "text/UStringFunctions.h"
 #include "xml/ByteScan.h"
 
 #include <cstdlib>
 
 // A state machine without lookahead. Each state has one reader, which takes as many bytes as the state lasts
 // and moves on through TransitionState: the exit action of the state that is left, then the entry action of
-// the next one.
+// the next one. What lies whole in one piece of the input, and is of the plainest form, is delivered without
+// going through the states; the calls are the same.
 //
 // Invariants: m_text, m_escape and m_name hold what the current construct has given so far, across calls of
 // Parse; attribute slots below m_attributeCount are complete, and the slot at m_attributeCount is the one
@@ -31,6 +31,17 @@ ConstData TakeUpTo(ConstBuffer& in, unsigned char const* end) {
     ConstData const taken(in.Next(), end);
     in.Skip(taken.Size());
     return taken;
+}
+
+// Where the first "]]>" begins; null when there is none.
+unsigned char const* FindEndOfCData(ConstData data) {
+    unsigned char const* next = data.begin();
+    while (true) {
+        next = FindByte(ConstData(next, data.end()), '>');
+        if (next == data.end()) return nullptr;
+        if (next - data.begin() >= 2 && next[-1] == ']' && next[-2] == ']') return next - 2;
+        ++next;
+    }
 }
 
 } // namespace
@@ -57,7 +68,10 @@ SimpleXMLParserPL::SimpleXMLParserPL() : m_handler(this) {
 
 void SimpleXMLParserPL::Parse(UStringRef<UTF8> const& text) {
     ConstBuffer in(text);
-    while (!in.empty()) (this->*cReaders[m_state])(in);
+    while (!in.empty()) {
+        Reader const reader = cReaders[m_state];
+        (this->*reader)(in);
+    }
 }
 
 void SimpleXMLParserPL::ReadText(ConstBuffer& in) {
@@ -69,7 +83,57 @@ void SimpleXMLParserPL::ReadText(ConstBuffer& in) {
     } else {
         m_text += MakeUTF8Ref(run);
     }
-    if (ends) TransitionState(in.Take() == '<' ? InTagName : InTextEntity);
+    if (!ends) return;
+    DeliverText();
+    if (in.Take() == '&')
+        TransitionState(InTextEntity);
+    else if (!ReadWholeMarkup(in))
+        TransitionState(InTagName);
+}
+
+bool SimpleXMLParserPL::ReadWholeMarkup(ConstBuffer& in) {
+    if (in.empty()) return false;
+    switch (*in.Next()) {
+    case '/': return ReadWholeEndTag(in);
+    case '!': return ReadWholeCData(in);
+    default: return ReadWholePlainTag(in);
+    }
+}
+
+bool SimpleXMLParserPL::ReadWholeEndTag(ConstBuffer& in) {
+    unsigned char const* const name = in.Next() + 1;
+    unsigned char const* const end = FindByte(ConstData(name, in.Rest().end()), '>');
+    if (end == in.Rest().end()) return false;
+    TakeUpTo(in, end + 1);
+    m_handler->EndElement(Between(name, end));
+    return true;
+}
+
+// A start tag with nothing in it that a tag's name is looked through for, and no attributes.
+bool SimpleXMLParserPL::ReadWholePlainTag(ConstBuffer& in) {
+    static constexpr ByteSet cNotPlain(" />-[?");
+    unsigned char const* const name = in.Next();
+    unsigned char const* const end = cNotPlain.FindIn(in.Rest());
+    if (end == in.Rest().end() || *end != '>') return false;
+    TakeUpTo(in, end + 1);
+    m_attributePointers.clear();
+    m_handler->StartElement(Between(name, end), m_attributePointers);
+    return true;
+}
+
+// A CDATA section without NUL bytes.
+bool SimpleXMLParserPL::ReadWholeCData(ConstBuffer& in) {
+    ConstData const opening = "![CDATA["_data;
+    if (in.Size() < opening.Size() || std::memcmp(in.Next(), opening.begin(), opening.Size()) != 0)
+        return false;
+    ConstData const rest(in.Next() + opening.Size(), in.Rest().end());
+    unsigned char const* const end = FindEndOfCData(rest);
+    if (!end) return false;
+    ConstData const text(rest.begin(), end);
+    if (FindByte(text, '\0') != text.end()) return false;
+    TakeUpTo(in, end + 3);
+    if (!text.empty()) m_handler->Characters(MakeUTF8Ref(text));
+    return true;
 }
 
 void SimpleXMLParserPL::ReadTextEntity(ConstBuffer& in) {
@@ -283,22 +347,24 @@ void SimpleXMLParserPL::BeginAttribute() {
     m_attributeValue->clear();
 }
 
+// The text of the entity; it may point into m_escape.
+//
 // A hexadecimal reference gives one byte, without any encoding, so that a text of any encoding can be carried
 // byte by byte. strtol takes what it can: white space, a sign and "0x" before the digits, anything behind
 // them, and no digits at all, which is NUL.
-AutoUString<UTF8> SimpleXMLParserPL::DecodeEscapeString() const {
+UStringRef<UTF8> SimpleXMLParserPL::DecodeEscapeString() {
     UStringRef<UTF8> const escape = m_escape;
-    if (escape == "&lt;"_utf8) return MakeUString("<"_utf8);
-    if (escape == "&gt;"_utf8) return MakeUString(">"_utf8);
-    if (escape == "&amp;"_utf8) return MakeUString("&"_utf8);
-    if (escape == "&quot;"_utf8) return MakeUString("\""_utf8);
+    if (escape == "&lt;"_utf8) return "<"_utf8;
+    if (escape == "&gt;"_utf8) return ">"_utf8;
+    if (escape == "&amp;"_utf8) return "&"_utf8;
+    if (escape == "&quot;"_utf8) return "\""_utf8;
     if (escape.Middle(1, 3) == "#x"_utf8) {
         std::string const digits = MakeString(escape.Middle(3, escape.SizeInUnits()));
         auto const value = static_cast<std::int32_t>(std::strtol(digits.c_str(), nullptr, 16));
         if (value <= cLargestByte) {
             auto const byte = static_cast<unsigned char>(value & 0xFF);
-            return MakeUString(Between(&byte, &byte + 1));
+            m_escape = Between(&byte, &byte + 1);
         }
     }
-    return MakeUString(escape);
+    return m_escape;
 }

@@ -11,8 +11,7 @@
 // - There are no self-closing elements: <a/> is an end tag.
 // - End tags are not compared with anything.
 // - Only the space is white space inside a tag. A "-" in a start tag's name is dropped, and a second one
-// turns
-//   the rest of the tag into a comment.
+//   turns what follows into a comment.
 // - &lt; &gt; &amp; &quot; and &#x00; to &#xff; are known; the hexadecimal form gives one single byte. Every
 //   other entity stays in the text as it is written.
 // - The text before an entity, the entity and the text behind it come as separate Characters calls.
@@ -24,16 +23,14 @@ class SimpleXMLParserPL : public XMLHandler {
 public:
     // Calls `handler`, which must outlive the parser.
     explicit SimpleXMLParserPL(XMLHandler& handler);
+    // Calls itself: for classes that derive from the parser and override the callbacks.
+    SimpleXMLParserPL();
 
     void Parse(UStringRef<UTF8> const& text);
 
     void StartElement(UStringRef<UTF8> const&, XMLAttributePointers const&) override {}
     void EndElement(UStringRef<UTF8> const&) override {}
     void Characters(UStringRef<UTF8> const&) override {}
-
-protected:
-    // Calls itself: for classes that derive from the parser and override the callbacks.
-    SimpleXMLParserPL();
 
 private:
     enum State : std::uint32_t {
@@ -66,6 +63,13 @@ private:
     using Reader = void (SimpleXMLParserPL::*)(ConstBuffer& in);
     static Reader const cReaders[];
 
+    // Shortcuts for what the writer writes most. Each reads something that lies whole in this piece and
+    // delivers it from where it lies; otherwise it reads nothing and returns false.
+    bool ReadWholeMarkup(ConstBuffer& in);
+    bool ReadWholeEndTag(ConstBuffer& in);
+    bool ReadWholePlainTag(ConstBuffer& in);
+    bool ReadWholeCData(ConstBuffer& in);
+
     void TransitionState(State next);
     void LeaveState(State next);
     void EnterState(State next);
@@ -73,7 +77,7 @@ private:
     void DeliverTag();
     void BeginAttribute();
     void ReadEntity(ConstBuffer& in, State next);
-    AutoUString<UTF8> DecodeEscapeString() const;
+    UStringRef<UTF8> DecodeEscapeString();
     void AppendCData(ConstData bytes);
     void AppendWithoutNul(ConstData bytes);
 

@@ -4,6 +4,12 @@
 // destroying keep a list of the work that is left. Moving an element moves the buffer of its children and
 // does not touch them.
 
+namespace {
+
+constexpr std::size_t cRoomForPieces = 64;
+
+} // namespace
+
 XMLElement::XMLElement(UStringRef<UTF8> const& elementName, XMLAttributeMap const& elementAttributes)
     : name(elementName), attributes(elementAttributes) {
 }
@@ -26,16 +32,14 @@ XMLElement& XMLElement::operator=(XMLElement const& other) {
 }
 
 XMLElement::~XMLElement() {
+    if (children.empty()) return;
     std::vector<std::vector<XMLElement>> pending;
-    auto const detachGrandchildren = [&pending](std::vector<XMLElement>& elements) {
-        for (XMLElement& element : elements)
-            if (!element.children.empty()) pending.push_back(std::move(element.children));
-    };
-    detachGrandchildren(children);
+    pending.push_back(std::move(children));
     while (!pending.empty()) {
-        std::vector<XMLElement> level = std::move(pending.back());
+        std::vector<XMLElement> siblings = std::move(pending.back());
         pending.pop_back();
-        detachGrandchildren(level);
+        for (XMLElement& element : siblings)
+            if (element.HasChildren()) pending.push_back(std::move(element.children));
     }
 }
 
@@ -63,6 +67,10 @@ UStringRef<UTF8> XMLElement::GetValue() const {
 }
 
 void XMLElement::AppendCharacters(UStringRef<UTF8> const& text) {
+    std::size_t const size = value.size() + text.SizeInUnits();
+    // One text fits exactly; what comes in pieces gets room for more.
+    if (size > value.capacity() && !value.empty())
+        value.reserve(std::max({2 * value.size(), size, cRoomForPieces}));
     value.insert(value.end(), text.begin(), text.end());
 }
 

@@ -5,8 +5,16 @@ void XMLTreeParser::StartElement(UStringRef<UTF8> const& name, XMLAttributeMap c
         m_root = std::make_unique<XMLElement>(name, attributes);
         m_openElements.push_back(m_root.get());
     } else {
+        ReserveLikeSibling();
         m_openElements.push_back(m_openElements.back()->AddChildElement(name, attributes));
     }
+}
+
+void XMLTreeParser::ReserveLikeSibling() {
+    if (m_openElements.size() < 2) return;
+    std::vector<XMLElement>& children = m_openElements.back()->children;
+    std::vector<XMLElement> const& siblings = m_openElements.end()[-2]->children;
+    if (children.empty() && siblings.size() >= 2) children.reserve(siblings.end()[-2].children.size());
 }
 
 void XMLTreeParser::EndElement() {

@@ -16,6 +16,11 @@ public:
     std::unique_ptr<XMLElement> TakeRoot();
 
 private:
+    // Gives the current element, when it gets its first child, room for as many children as the sibling
+    // before it has: the elements of a list are mostly of one kind. Each element is followed by at most one
+    // sibling, so all the room given in vain is less than what the tree holds.
+    void ReserveLikeSibling();
+
     std::unique_ptr<XMLElement> m_root;
     // From the root to the current element. A pointer stays valid because the children of an element grow
     // only while it is the current one, when none of them is in this list.
