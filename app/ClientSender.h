@@ -3,7 +3,7 @@
 #include "app/ProcessState.h"
 #include "link/ClientDocuments.h"
 
-// Sending to the client: everything here only queues, and the pipe's writer thread does the rest.
+// Sending to the client: documents are queued here, and the pipe's writer thread does the rest.
 
 // Has no state: a PipeWriter argument tells that a text is meant for the client.
 class PipeWriter {};

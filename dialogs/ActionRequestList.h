@@ -2,9 +2,12 @@
 
 #include "dialogs/ActionRequest.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <map>
 #include <set>
+#include <utility>
 
 // Pending actions in order of arrival. IDs need not be unique. Finding the first action of an ID and removing
 // any action take logarithmic time, so that a client may send and withdraw any number of them, in any order.

@@ -8,7 +8,7 @@
 // word and error messages stand under "ClientToUI", the others under "UIToClient".
 
 template <class T>
-AutoUString<UTF8> ConvertToXML(T const& message);
+AutoUString<UTF8> ConvertToXML(T const& message) = delete;
 
 template <>
 AutoUString<UTF8> ConvertToXML(ReadyForData const& message);

@@ -8,9 +8,9 @@
 #include "xml/XMLElement.h"
 #include "xml/XMLWriter.h"
 
-// The small messages of the protocol as records, and how each travels. A field is a child element; the order
-// of the calls in the source is the order on the wire. What a record does not read is ignored, and what it
-// does not find keeps the default given here.
+// The small messages of the protocol as records, and how each travels. A field is a child element. Writing is
+// strict in order, by the order of the calls in the source; reading goes by name. What a record does not read
+// is ignored, and what it does not find keeps the default given here.
 
 // To the client
 

@@ -6,8 +6,10 @@
 #include "xml/XMLElement.h"
 #include "xml/XMLWriter.h"
 
+#include <algorithm>
 #include <concepts>
 #include <string>
+#include <utility>
 #include <vector>
 
 // How records travel. A field is a child element of a fixed name. Writing is strict in order and always makes

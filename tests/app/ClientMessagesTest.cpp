@@ -192,6 +192,18 @@ TEST_F(ClientMessages, InitializationAppliesTheSettings) {
     EXPECT_TRUE(m_enableTopmost);
 }
 
+TEST_F(ClientMessages, PersistentAndTopmostAreSetEachByItsOwnSetting) {
+    Receive(Document(Initialization("<PersistRunningMessage>true</PersistRunningMessage>")));
+    ProcessMessagesFromClient();
+    EXPECT_TRUE(m_enablePersistent);
+    EXPECT_FALSE(m_enableTopmost);
+    initialized = false;
+    Receive(Document(Initialization("<TopmostRunningMessage>true</TopmostRunningMessage>")));
+    ProcessMessagesFromClient();
+    EXPECT_FALSE(m_enablePersistent);
+    EXPECT_TRUE(m_enableTopmost);
+}
+
 TEST_F(ClientMessages, InitializationWithoutRemindTimeLeavesThePostponement) {
     m_postponedTo = Instant::FromMicroseconds(5);
     m_snoozable = false;

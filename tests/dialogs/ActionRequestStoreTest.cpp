@@ -1,5 +1,7 @@
 #include "dialogs/ActionRequestStore.h"
 
+#include "dialogs/ActionRequestList.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -42,10 +44,52 @@ TEST(ActionRequestStore, RemovesTheActionOfAnID) {
     EXPECT_THROW(store.RemoveAction(1), NoSuchActionRequestID);
 }
 
-TEST(ActionRequestStore, LaterRequestOfAnIDReplacesTheEarlier) {
+namespace {
+
+// Has every field that another request may lack.
+ActionRequest RequestWithEverything(unsigned long id) {
+    NullOr<SharedUString<UTF8>> const text(SharedUString<UTF8>("text"_utf8));
+    return ActionRequest(id, TimeObject(), "full"_utf8, "full"_utf8, true, true, true, true, text, true, true,
+                         text, true, text, text);
+}
+
+void ExpectBare(ActionRequest const& request) {
+    EXPECT_TRUE(request.title == "bare"_utf8);
+    EXPECT_TRUE(request.description.empty());
+    EXPECT_TRUE(request.deadline.IsNull());
+    EXPECT_TRUE(request.preview.IsNull());
+    EXPECT_TRUE(request.preActionMessage.IsNull());
+    EXPECT_TRUE(request.sourceActionTitle.IsNull());
+    EXPECT_TRUE(request.metaData.IsNull());
+    EXPECT_FALSE(request.cancellable || request.shutdown || request.restart || request.includedCommand ||
+                 request.forceRun || request.requestSave || request.useCannedStrings);
+}
+
+} // namespace
+
+TEST(ActionRequestStore, LaterRequestOfAnIDReplacesAllFieldsOfTheEarlier) {
     ActionRequestStore store;
-    store.UpdateActions(std::vector<ActionRequest>{Request(1, "a"_utf8), Request(1, "b"_utf8)});
+    store.UpdateActions(std::vector<ActionRequest>{RequestWithEverything(1), Request(1, "bare"_utf8)});
     EXPECT_EQ(store.Actions().size(), 1u);
+    ExpectBare(store.GetAction(1));
+}
+
+TEST(ActionRequestStore, LaterUpdateReplacesAllFieldsOfAnID) {
+    ActionRequestStore store;
+    store.UpdateActions(std::vector<ActionRequest>{RequestWithEverything(1)});
+    store.UpdateActions(std::vector<ActionRequest>{Request(1, "bare"_utf8)});
+    EXPECT_EQ(store.Actions().size(), 1u);
+    ExpectBare(store.GetAction(1));
+}
+
+TEST(ActionRequestStore, IsMadeFromTheListOfPendingActions) {
+    ActionRequestList list;
+    list.push_back(Request(1, "a"_utf8));
+    list.push_back(Request(1, "b"_utf8));
+    list.push_back(Request(2, "c"_utf8));
+    ActionRequestStore store;
+    store.UpdateActions(list);
+    EXPECT_EQ(store.Actions().size(), 2u);
     EXPECT_TRUE(store.GetAction(1).title == "b"_utf8);
 }
 
@@ -86,9 +130,16 @@ TEST(ActionRequestStore, DeadlineThatIsNotForcedStaysInThePast) {
     EXPECT_EQ(*store.GetAction(1).Deadline(), past);
 }
 
-TEST(ActionRequestStore, ForcedDeadlineAtTheFloorOrBehindItIsNotMoved) {
-    // The clock counts whole seconds and may step between here and the update, so one second of room is
-    // needed below; at the floor itself the zone tells whether the deadline was replaced.
+TEST(ActionRequestStore, ForcedDeadlineBehindTheFloorIsNotMoved) {
+    Instant const tomorrow = Instant::Now() + Microseconds(86400000000);
+    ActionRequestStore store;
+    store.UpdateActions(std::vector<ActionRequest>{RequestDue(1, tomorrow, true)});
+    EXPECT_EQ(*store.GetAction(1).Deadline(), tomorrow);
+}
+
+TEST(ActionRequestStore, ForcedDeadlineAtTheFloorIsNotMoved) {
+    // The clock counts whole seconds and may step between here and the update, which spoils an attempt. The
+    // zone tells whether the deadline was replaced.
     for (int attempt = 0; attempt < 50; ++attempt) {
         Instant const before = Instant::Now();
         ActionRequest request = RequestDue(1, before + Microseconds(cFiveMinutesInMicroseconds), true);

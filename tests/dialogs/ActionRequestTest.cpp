@@ -53,6 +53,21 @@ TEST(ActionRequest, ConstructorPutsEachArgumentIntoItsField) {
     EXPECT_EQ(*request.metaData, "meta"_utf8);
 }
 
+TEST(ActionRequest, ConstructorPutsEachFlagIntoItsField) {
+    // In the order of the arguments.
+    bool ActionRequest::*const fields[] = {&ActionRequest::cancellable,     &ActionRequest::shutdown,
+                                           &ActionRequest::restart,         &ActionRequest::includedCommand,
+                                           &ActionRequest::forceRun,        &ActionRequest::requestSave,
+                                           &ActionRequest::useCannedStrings};
+    for (std::size_t set = 0; set < std::size(fields); ++set) {
+        NullOr<SharedUString<UTF8>> const none;
+        ActionRequest const request(1, NullOr<TimeObject>(), "t"_utf8, "d"_utf8, set == 0, set == 1, set == 2,
+                                    set == 3, none, set == 4, set == 5, none, set == 6, none, none);
+        for (std::size_t field = 0; field < std::size(fields); ++field)
+            EXPECT_EQ(request.*fields[field], field == set) << field << " with " << set << " set";
+    }
+}
+
 TEST(ActionRequest, DeadlineIsThePointInTimeOfTheTimeObject) {
     EXPECT_TRUE(ActionRequest().Deadline().IsNull());
     EXPECT_EQ(*FullRequest().Deadline(), Instant::FromMicroseconds(1293955509000000));
@@ -86,15 +101,24 @@ TEST(ActionRequest, SettingATextOfACopyLeavesTheOriginalAlone) {
     }
 }
 
-TEST(ActionRequest, TextMayBeSetFromAViewIntoItself) {
-    ActionRequest request;
-    request.SetTitle(MakeUTF8Ref(cLongText));
-    request.SetTitle(request.title.Ref().Middle(10, 90));
-    EXPECT_EQ(request.title, MakeUTF8Ref(std::string(80, 'x')));
-    ActionRequest const sharer(request);
-    request.SetTitle(request.title.Ref().Middle(0, 3));
-    EXPECT_EQ(request.title, "xxx"_utf8);
-    EXPECT_EQ(sharer.title, MakeUTF8Ref(std::string(80, 'x')));
+TEST(ActionRequest, TextsMayBeSetFromAViewIntoThemselves) {
+    std::string alphabet;
+    for (char letter = 'a'; letter <= 'z'; ++letter) alphabet += letter;
+    // One that is held inside the object, one that is on the heap.
+    for (std::string const& text : {alphabet, alphabet + alphabet + alphabet + alphabet}) {
+        ActionRequest request;
+        request.SetTitle(MakeUTF8Ref(text));
+        request.SetDescription(MakeUTF8Ref(text));
+        ActionRequest const sharer(request);
+        request.SetTitle(request.title.Ref().Middle(2, text.size()));
+        request.SetDescription(request.description.Ref().Middle(1, text.size() - 1));
+        EXPECT_EQ(request.title, MakeUTF8Ref(text.substr(2)));
+        EXPECT_EQ(request.description, MakeUTF8Ref(text.substr(1, text.size() - 2)));
+        request.SetTitle(request.title.Ref().Middle(1, 4));
+        EXPECT_EQ(request.title, "def"_utf8);
+        EXPECT_EQ(sharer.title, MakeUTF8Ref(text));
+        EXPECT_EQ(sharer.description, MakeUTF8Ref(text));
+    }
 }
 
 TEST(ActionRequest, MovesWithoutThrowing) {

@@ -107,6 +107,30 @@ TEST(ClientDocuments, RemindTimeHasNoOriginator) {
                                      "</UIToClient>"_utf8);
 }
 
+TEST(ClientDocuments, RemindTimeWritesAnOriginatorBehindItsTime) {
+    RemindTime message;
+    message.time = TimeObject(Instant::FromMicroseconds(1293955509000000), TimeZone::FromSeconds(3600));
+    message.originator = SharedUString<UTF8>("x"_utf8);
+    EXPECT_EQ(ConvertToXML(message), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                     "<UIToClient>\n"
+                                     "\t<RemindTime>\n"
+                                     "\t\t<TimeObject>Sun, 02 Jan 2011 09:05:09 +0100</TimeObject>\n"
+                                     "\t\t<Originator>x</Originator>\n"
+                                     "\t</RemindTime>\n"
+                                     "</UIToClient>"_utf8);
+}
+
+TEST(ClientDocuments, TextsAreNeitherTrimmedNorLimited) {
+    std::string const padded = " a\n";
+    std::string const document = MakeString(
+        ConvertToXML(ClientUIErrorMessage(ClientUIErrorMessage::ToolkitWarning, MakeUTF8Ref(padded))));
+    EXPECT_NE(document.find("<DebugString> a\n</DebugString>"), std::string::npos);
+    std::string const longText(3000000, 'x');
+    EXPECT_GT(ConvertToXML(ClientUIErrorMessage(ClientUIErrorMessage::ToolkitWarning, MakeUTF8Ref(longText)))
+                  .SizeInBytes(),
+              3000000u);
+}
+
 TEST(ClientDocuments, RemindIntervalIsADuration) {
     RemindInterval message;
     EXPECT_EQ(ConvertToXML(message), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"

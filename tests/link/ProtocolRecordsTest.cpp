@@ -120,6 +120,7 @@ TEST(MessageRequest, DefaultsStayWithoutFields) {
 }
 
 TEST(MessageRequest, BadTimeoutThrows) {
+    EXPECT_THROW(ReadRecord<MessageRequest>("<m><Timeout></Timeout></m>"), ExceptionPL);
     EXPECT_THROW(ReadRecord<MessageRequest>("<m><Timeout>90</Timeout></m>"), ExceptionPL);
 }
 
@@ -143,6 +144,24 @@ TEST(RemoveRequest, AnyOtherTypeTextLeavesTheDefault) {
     EXPECT_EQ(request.type, RemoveRequest::All);
     EXPECT_EQ(request.id, 0u);
     EXPECT_FALSE(request.deleted);
+}
+
+TEST(RemoveRequest, TheLastTypeTextDecidesEvenIfItIsNoName) {
+    EXPECT_EQ(
+        ReadRemoveRequest("<r><RemoveType>Action</RemoveType><RemoveType>Message</RemoveType></r>").type,
+        RemoveRequest::Message);
+    EXPECT_EQ(ReadRemoveRequest("<r><RemoveType>Action</RemoveType><RemoveType>x</RemoveType></r>").type,
+              RemoveRequest::All);
+}
+
+TEST(RemoveRequest, WritesEachTypeByItsName) {
+    char const* const names[] = {"Action", "Offer", "Message", "All"};
+    for (unsigned int value = 0; value < 4; ++value) {
+        RemoveRequest request;
+        request.type = static_cast<RemoveRequest::RemoveType>(value);
+        EXPECT_EQ(Written(request), MakeUTF8Ref("<RemoveType>" + std::string(names[value]) +
+                                                "</RemoveType><ID>0</ID><Deleted>false</Deleted>"));
+    }
 }
 
 TEST(RemoveRequest, WritesTypeThenIDThenDeleted) {
@@ -241,6 +260,45 @@ TEST(InitializationInfo, ReadsEverySettingIntoItsPlace) {
     EXPECT_EQ(*settings.selfServiceApp, "app"_utf8);
     EXPECT_EQ(settings.ssaV2Mode, 9u);
     EXPECT_TRUE(settings.ssaV3Enable);
+}
+
+TEST(InitializationInfo, EachFlagHasAnElementOfItsOwn) {
+    struct Flag {
+        char const* name;
+        bool InitialUISettings::*field;
+    };
+    Flag const flags[] = {{"HasMainDialog", &InitialUISettings::hasMainDialog},
+                          {"AllowSnooze", &InitialUISettings::allowSnooze},
+                          {"AlwaysTopmost", &InitialUISettings::alwaysTopmost},
+                          {"DisplaySingleActionSummary", &InitialUISettings::displaySingleActionSummary},
+                          {"UseLocale", &InitialUISettings::useLocale},
+                          {"PersistRunningMessage", &InitialUISettings::persistRunningMessage},
+                          {"TopmostRunningMessage", &InitialUISettings::topmostRunningMessage},
+                          {"UseActivityTracking", &InitialUISettings::useActivityTracking},
+                          {"ActionRunningTray", &InitialUISettings::actionRunningTray},
+                          {"HideProgressTab", &InitialUISettings::hideProgressTab},
+                          {"SSAv3Enable", &InitialUISettings::ssaV3Enable}};
+    InitialUISettings const defaults;
+    for (Flag const& flipped : flags) {
+        std::string const name(flipped.name);
+        std::string const text = defaults.*flipped.field ? "false" : "true";
+        InitialUISettings const settings =
+            ReadRecord<InitializationInfo>("<i><InitialUISettings><" + name + ">" + text + "</" + name +
+                                           "></InitialUISettings></i>")
+                .settings;
+        for (Flag const& flag : flags)
+            EXPECT_EQ(settings.*flag.field != defaults.*flag.field, flag.field == flipped.field)
+                << name << " and " << flag.name;
+    }
+}
+
+TEST(InitializationInfo, EmptyTimeAndIntervalAreBadOnes) {
+    EXPECT_THROW(ReadRecord<InitializationInfo>(
+                     "<i><InitialUISettings><RemindTime></RemindTime></InitialUISettings></i>"),
+                 ParsingFailure);
+    EXPECT_THROW(ReadRecord<InitializationInfo>(
+                     "<i><InitialUISettings><RemindInterval></RemindInterval></InitialUISettings></i>"),
+                 ExceptionPL);
 }
 
 TEST(InitializationInfo, ASettingThatDoesNotParseThrowsEvenIfNothingUsesIt) {
