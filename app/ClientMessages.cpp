@@ -97,17 +97,12 @@ void HandleBatch(FiFoQueue<UIMessage>& batch) {
         if (HandleDocument(batch.Take().text) == Batch::EndsHere) return;
 }
 
-// The environment's locale counts when it is a real one.
-bool EnvironmentHasLocale() {
-    char const* const name = setlocale(LC_CTYPE, "");
-    return name && IsRealLocale(name);
-}
+// What was left when an InitializationInfo ended its batch.
+FiFoQueue<UIMessage>& pendingMessages = *new FiFoQueue<UIMessage>;
 
 } // namespace
 
 void ProcessMessagesFromClient() {
-    // What was left when an InitializationInfo ended its batch.
-    static auto& pendingMessages = *new FiFoQueue<UIMessage>;
     FiFoQueue<UIMessage> batch;
     if (pendingMessages.IsEmpty())
         readQ.ReadMessages(batch);
@@ -123,7 +118,8 @@ void ProcessMessagesFromClient() {
 
 void ApplyInitializationInfo(InitializationInfo const& info) {
     InitialUISettings const& settings = info.settings;
-    if (settings.useLocale) international = EnvironmentHasLocale();
+    // The environment's locale counts when it is a real one; an uninstalled one has no name.
+    if (settings.useLocale) international = IsRealLocale(setlocale(LC_CTYPE, ""));
     if (settings.remindTime) m_postponedTo = Instant(*settings.remindTime);
     m_remindInterval = settings.remindInterval;
     m_snoozable = settings.allowSnooze;

@@ -17,8 +17,7 @@ bool LinkIsDead() {
 } // namespace
 
 void SendToClient(PipeWriter&, UStringRef<UTF8> const& text) {
-    UIMessage message(text);
-    writeQ.WriteMessage(message);
+    writeQ.WriteMessage(UIMessage(text));
 }
 
 void SendWarningToClient(ClientUIErrorMessage const& message) {

@@ -21,8 +21,7 @@ void SendToClient(PipeWriter& writer, T const& message) requires(!UText<T>) {
 // Queues the document of a ReadyForData or ClientUIErrorMessage.
 template <class T>
 void WriteXMLToClient(T const& message) {
-    UIMessage document(ConvertToXML(message));
-    writeQ.WriteMessage(document);
+    writeQ.WriteMessage(UIMessage(ConvertToXML(message)));
 }
 
 // Sends once and returns at once.

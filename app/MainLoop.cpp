@@ -21,9 +21,16 @@ void ArmTimer() {
     XtAppAddTimeOut(app_context, cTickInMilliseconds, OnMainLoopTimer, nullptr);
 }
 
+// There is no dialog yet that a command could be about.
+void DropCommands() {
+    FiFoQueue<std::unique_ptr<UICommand>> commands;
+    uiCommandQ.ReadMessages(commands);
+}
+
 void Tick() {
     if (clientPipe && clientPipe->Killed()) ExitCleanup(0, "CLOSED");
     ProcessMessagesFromClient();
+    DropCommands();
     if (!initialized) return;
     if (firstTick) {
         firstTick = false;
@@ -55,7 +62,7 @@ void AddActions() {
 
 } // namespace
 
-void InitXApp(int argumentCount, char** arguments) {
+void OpenToolkit(int argumentCount, char** arguments) {
     XSetErrorHandler(X_ErrorHandler);
     XSetIOErrorHandler(X_IOErrorHandler);
     if (international) XtSetLanguageProc(nullptr, nullptr, nullptr);
@@ -65,6 +72,10 @@ void InitXApp(int argumentCount, char** arguments) {
     CheckLocaleOfToolkit();
     XtAppSetErrorHandler(app_context, Xt_ErrorHandler);
     AddActions();
+}
+
+void InitXApp(int argumentCount, char** arguments) {
+    OpenToolkit(argumentCount, arguments);
     ArmTimer();
     XtAppMainLoop(app_context);
 }

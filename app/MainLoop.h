@@ -3,10 +3,14 @@
 #include <X11/Intrinsic.h>
 
 // Opens the display and runs the toolkit's main loop; everything periodic hangs on one timer of a second.
-// Does not return while the loop runs. A display that cannot be opened ends the process with status -1.
+// Does not return while the loop runs.
 void InitXApp(int argumentCount, char** arguments);
 
-// The tick: carries out what the client and the user want, creates the hidden window the first time, and
-// takes forced actions whose deadline has passed, unless a quiet period holds them back. Arms itself again,
-// whatever happens.
+// The first half of InitXApp: sets up the toolkit with its handlers and actions, and opens the display. A
+// display that cannot be opened ends the process with status -1.
+void OpenToolkit(int argumentCount, char** arguments);
+
+// The tick: carries out what the client wants, creates the hidden window the first time, and takes forced
+// actions whose deadline has passed, unless a quiet period holds them back. Arms itself again, whatever
+// happens.
 void OnMainLoopTimer(XtPointer clientData, XtIntervalId* timer);

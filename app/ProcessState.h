@@ -31,7 +31,7 @@ extern Instant m_postponedTo;
 extern TimeInterval m_remindInterval;
 // Whether snoozing is offered.
 extern bool m_snoozable;
-// Whether messages about running actions outlast their action.
+// Whether messages about running actions are persistent: the user can't dismiss them.
 extern bool m_enablePersistent;
 // Whether messages about running actions stay on top.
 extern bool m_enableTopmost;
@@ -43,7 +43,7 @@ extern bool inQuietMode;
 // The user's locale is a real one, so that translations are in use.
 extern bool international;
 
-// Null until InitXApp.
+// Null until the display is opened, and the context again once the process is ending.
 extern _XtAppStruct* app_context;
 extern _XDisplay* display;
 // The hidden window by which other programs reach this one. Null until the first tick.

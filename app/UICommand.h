@@ -2,6 +2,7 @@
 
 #include "foundation/LockedQueue.h"
 
+#include <cstdint>
 #include <memory>
 
 // What a user has decided, from the widget callback that hears of it to the tick that carries it out.
@@ -30,7 +31,7 @@ public:
     UICommandType type;
     // 0 where the command has none.
     unsigned long actionID;
-    // For Snooze: minutes from now when positive; otherwise `seconds` tells the time.
+    // For Snooze: minutes from now when positive; otherwise they are added to the time that `seconds` tells.
     std::int32_t minutes;
     // For Snooze: a time in whole seconds since 1970, cut to 32 bits.
     std::uint32_t seconds;

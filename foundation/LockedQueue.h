@@ -17,7 +17,7 @@ public:
     }
 
     // Appends `message`, taking what it owns.
-    void WriteMessage(T message) requires(!std::is_copy_constructible_v<T>) {
+    void WriteMessage(T&& message) {
         AccessLocker const locker(m_lock);
         m_queue.Append(std::move(message));
     }

@@ -9,6 +9,8 @@ struct UIMessage {
     UIMessage() = default;
     // Copies the document.
     explicit UIMessage(UStringRef<UTF8> const& document) : text(document) {}
+    // Takes the document.
+    explicit UIMessage(AutoUString<UTF8>&& document) noexcept : text(std::move(document)) {}
 
     // Always 0. It is copied along, never looked at, and does not travel on the pipe.
     std::uint32_t kind = 0;

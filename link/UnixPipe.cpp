@@ -191,7 +191,7 @@ void UnixPipe::ServiceReadLoop() {
         while (!IsOver(m_reader)) {
             UIMessage message;
             ReadMessageFromPipe(message);
-            m_received.WriteMessage(message);
+            m_received.WriteMessage(std::move(message));
         }
     } catch (...) {
         // Whatever it was, the link is over; the main thread sees it by the killed flag.

@@ -78,7 +78,7 @@ ClientSession::ClientSession(Options const& options) {
 
     m_process = fork();
     if (m_process == 0) {
-        std::signal(SIGPIPE, SIG_DFL);
+        std::signal(SIGPIPE, options.ignoreSigpipe ? SIG_IGN : SIG_DFL);
         dup2(toProgram.read, STDIN_FILENO);
         dup2(fromProgram.write, STDOUT_FILENO);
         execve(program.c_str(), arguments, environmentPointers.data());

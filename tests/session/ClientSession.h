@@ -23,6 +23,8 @@ public:
         std::string display;
         // Further variables of the program's environment.
         std::map<std::string, std::string> environment;
+        // The program starts with SIGPIPE ignored, as its parent may have arranged.
+        bool ignoreSigpipe = false;
     };
 
     ClientSession();

@@ -7,7 +7,9 @@
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <csignal>
 #include <memory>
+#include <sys/wait.h>
 
 using std::chrono::milliseconds;
 
@@ -25,23 +27,29 @@ public:
 
     Display* Connection() const { return m_display; }
 
-    // The window of that name directly below the root; None when there is none.
-    Window FindWindow(std::string const& name) const {
+    // The windows of that name directly below the root.
+    std::vector<Window> FindWindows(std::string const& name) const {
         Window root = None;
         Window parent = None;
         Window* children = nullptr;
         unsigned int count = 0;
-        Window found = None;
+        std::vector<Window> found;
         XQueryTree(m_display, DefaultRootWindow(m_display), &root, &parent, &children, &count);
         for (unsigned int index = 0; index < count; ++index) {
             char* windowName = nullptr;
             if (XFetchName(m_display, children[index], &windowName) && windowName) {
-                if (name == windowName) found = children[index];
+                if (name == windowName) found.push_back(children[index]);
                 XFree(windowName);
             }
         }
         if (children) XFree(children);
         return found;
+    }
+
+    // One of them; None when there is none.
+    Window FindWindow(std::string const& name) const {
+        std::vector<Window> const windows = FindWindows(name);
+        return windows.empty() ? None : windows.front();
     }
 
 private:
@@ -89,6 +97,16 @@ TEST_F(ProcessOnDisplay, CreatesItsHiddenWindowAndNeverMapsIt) {
     EXPECT_EQ(session->WaitForExitStatus(), 0);
 }
 
+TEST_F(ProcessOnDisplay, CreatesOneHiddenWindowInAllItsTicks) {
+    auto const session = Running();
+    for (unsigned long id = 1; id <= 3; ++id) {
+        // Each answer is a tick of its own.
+        session->SendDocument(ForcedAction(id, TimeFromNow(-1)));
+        ASSERT_EQ(session->ReadDocument(), TakenByClock(id));
+    }
+    EXPECT_EQ(Onlooker(m_display.Name()).FindWindows("VRKClientUIHiddenWindow").size(), 1u);
+}
+
 TEST_F(ProcessOnDisplay, OverdueForcedActionIsTakenAtOnce) {
     auto const session = Running();
     session->SendDocument(ForcedAction(7, TimeFromNow(-3600)));
@@ -124,8 +142,8 @@ TEST_F(ProcessOnDisplay, WithdrawnActionIsNotTaken) {
 TEST_F(ProcessOnDisplay, QuietPeriodHoldsAForcedActionBackUntilItsEnd) {
     auto const session = Running();
     session->SendDocument("<a><QuietModeStart></QuietModeStart></a>");
-    session->SendDocument(ForcedAction(1, TimeFromNow(-5)));
-    EXPECT_EQ(session->ReadDocument(milliseconds(2500)), std::nullopt);
+    session->SendDocument(ForcedAction(1, TimeFromNow(2)));
+    EXPECT_EQ(session->ReadDocument(milliseconds(5000)), std::nullopt) << "its deadline has passed meanwhile";
     session->SendDocument("<a><QuietModeEnd></QuietModeEnd></a>");
     EXPECT_EQ(session->ReadDocument(), TakenByClock(1));
 }
@@ -174,10 +192,33 @@ TEST_F(ProcessOnDisplay, ManyActionsAreTakenInTheOrderOfArrival) {
 
 TEST_F(ProcessOnDisplay, EndsOrderlyWhenTheClientCloses) {
     auto const session = Running();
-    session->CloseToProgram();
-    EXPECT_EQ(session->WaitForExitStatus(), 0);
     Onlooker const onlooker(m_display.Name());
-    EXPECT_EQ(onlooker.FindWindow("VRKClientUIHiddenWindow"), None);
+    session->CloseToProgram();
+    EXPECT_TRUE(WaitFor([&] { return onlooker.FindWindow("VRKClientUIHiddenWindow") == None; }));
+    EXPECT_TRUE(session->IsRunning()) << "it leaves the last messages two seconds";
+    EXPECT_EQ(session->WaitForExitStatus(), 0);
+}
+
+TEST_F(ProcessOnDisplay, BrokenPipeEndsItByItsSignal) {
+    auto const session = Running();
+    session->CloseFromProgram();
+    session->SendDocument(ForcedAction(1, TimeFromNow(-1)));
+    std::optional<int> const status = session->WaitForEnd();
+    ASSERT_TRUE(status);
+    ASSERT_TRUE(WIFSIGNALED(*status));
+    EXPECT_EQ(WTERMSIG(*status), SIGPIPE);
+}
+
+TEST_F(ProcessOnDisplay, BrokenPipeEndsItOrderlyWhenItsParentIgnoresTheSignal) {
+    ClientSession::Options options;
+    options.display = m_display.Name();
+    options.ignoreSigpipe = true;
+    ClientSession session(options);
+    EXPECT_EQ(session.ReadDocument(), cReadyForData);
+    session.SendDocument(Initialization());
+    session.CloseFromProgram();
+    session.SendDocument(ForcedAction(1, TimeFromNow(-1)));
+    EXPECT_EQ(session.WaitForExitStatus(), 0);
 }
 
 TEST_F(ProcessOnDisplay, EndsOrderlyWhenTheXServerDies) {
@@ -194,7 +235,7 @@ TEST_F(ProcessOnDisplay, EndsOrderlyWhenItsXClientIsKilled) {
     EXPECT_EQ(session->WaitForExitStatus(), 0);
 }
 
-TEST_F(ProcessOnDisplay, AnswersAfterTheOpenMessage) {
+TEST_F(ProcessOnDisplay, GoesOnAfterAnOpenMessage) {
     auto const session = Running();
     Onlooker const onlooker(m_display.Name());
     Window const hidden = onlooker.FindWindow("VRKClientUIHiddenWindow");

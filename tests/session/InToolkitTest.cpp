@@ -1,0 +1,274 @@
+// First: X.h defines names that the test framework uses.
+#include <gtest/gtest.h>
+
+#include "app/ClientMessages.h"
+#include "app/ExitCleanup.h"
+#include "app/HiddenWindow.h"
+#include "app/MainLoop.h"
+#include "app/ProcessState.h"
+#include "tests/session/ClientSession.h"
+#include "tests/session/PrivateDisplay.h"
+
+#include <X11/Shell.h>
+#include <X11/StringDefs.h>
+#include <cstring>
+#include <functional>
+#include <sys/wait.h>
+#include <unistd.h>
+
+// What the program does inside the toolkit, each in a child process that has opened the display as the
+// program does. A child says by its exit status how it went.
+
+namespace {
+
+constexpr int cAsExpected = 42;
+constexpr int cNotAsExpected = 43;
+
+[[noreturn]] void Finish(bool asExpected) {
+    _exit(asExpected ? cAsExpected : cNotAsExpected);
+}
+
+// A shell that can take events.
+Widget MakeShell() {
+    Arg arguments[2];
+    XtSetArg(arguments[0], XtNwidth, 10);
+    XtSetArg(arguments[1], XtNheight, 10);
+    Widget const shell =
+        XtAppCreateShell("shell", nullptr, applicationShellWidgetClass, display, arguments, 2);
+    XtRealizeWidget(shell);
+    return shell;
+}
+
+XEvent CloseRequest(char const* protocol) {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, protocol, False));
+    return event;
+}
+
+// Windows directly below the root.
+unsigned int CountWindows(Display* onlooker) {
+    Window root = None;
+    Window parent = None;
+    Window* children = nullptr;
+    unsigned int count = 0;
+    XQueryTree(onlooker, DefaultRootWindow(onlooker), &root, &parent, &children, &count);
+    if (children) XFree(children);
+    return count;
+}
+
+// Handles everything that the server has sent so far.
+void DispatchEvents() {
+    XSync(display, False);
+    while (XtAppPending(app_context) & XtIMXEvent) XtAppProcessEvent(app_context, XtIMXEvent);
+}
+
+} // namespace
+
+class InToolkit : public testing::Test {
+protected:
+    // Starts a child that opens the toolkit with `arguments` behind its name and runs `body`.
+    pid_t Start(std::function<void()> const& body, std::vector<std::string> const& arguments = {}) {
+        pid_t const child = fork();
+        if (child != 0) return child;
+        setenv("DISPLAY", m_display.Name().c_str(), 1);
+        std::string name = "VRKClientUI";
+        std::vector<std::string> copies(arguments);
+        std::vector<char*> pointers{name.data()};
+        for (std::string& argument : copies) pointers.push_back(argument.data());
+        pointers.push_back(nullptr);
+        OpenToolkit(static_cast<int>(pointers.size()) - 1, pointers.data());
+        body();
+        _exit(99);
+    }
+
+    // The exit status of a child; nothing when it does not end or is ended by a signal.
+    static std::optional<int> StatusOf(pid_t child) {
+        int status = 0;
+        if (!WaitFor([&] { return waitpid(child, &status, WNOHANG) == child; })) {
+            kill(child, SIGKILL);
+            waitpid(child, &status, 0);
+            return std::nullopt;
+        }
+        return WIFEXITED(status) ? std::optional<int>(WEXITSTATUS(status)) : std::nullopt;
+    }
+
+    std::optional<int> Run(std::function<void()> const& body,
+                           std::vector<std::string> const& arguments = {}) {
+        return StatusOf(Start(body, arguments));
+    }
+
+    PrivateDisplay m_display;
+};
+
+TEST_F(InToolkit, ProtocolErrorNoticedInARoundTripEndsWithMinusOne) {
+    EXPECT_EQ(Run([] {
+                  XMapWindow(display, 0x7FFFFFFF);
+                  XSync(display, False);
+              }),
+              255);
+}
+
+TEST_F(InToolkit, ProtocolErrorOfARequestWithAReplyEndsWithMinusOne) {
+    EXPECT_EQ(Run([] {
+                  XWindowAttributes attributes;
+                  XGetWindowAttributes(display, 0x7FFFFFFF, &attributes);
+              }),
+              255);
+}
+
+TEST_F(InToolkit, WindowsVanishWithTheErrorAndNotWithTheProcess) {
+    int seen[2];
+    ASSERT_EQ(pipe(seen), 0);
+    pid_t const child = Start([&] {
+        MakeShell();
+        XSync(display, False);
+        // The error comes when the window has been seen.
+        char byte = 0;
+        if (read(seen[0], &byte, 1) != 1) _exit(cNotAsExpected);
+        XMapWindow(display, 0x7FFFFFFF);
+        XSync(display, False);
+    });
+    Display* const onlooker = XOpenDisplay(m_display.Name().c_str());
+    ASSERT_TRUE(onlooker);
+    EXPECT_TRUE(WaitFor([&] { return CountWindows(onlooker) != 0; }));
+    EXPECT_EQ(write(seen[1], "!", 1), 1);
+    EXPECT_TRUE(WaitFor([&] { return CountWindows(onlooker) == 0; }));
+    EXPECT_EQ(waitpid(child, nullptr, WNOHANG), 0) << "the process is still there";
+    XCloseDisplay(onlooker);
+    EXPECT_EQ(StatusOf(child), 255);
+    close(seen[0]);
+    close(seen[1]);
+}
+
+TEST_F(InToolkit, ProtocolErrorNoticedWhileTheContextIsDestroyedKeepsTheFirstStatus) {
+    EXPECT_EQ(Run([] {
+                  XMapWindow(display, 0x7FFFFFFF);
+                  ExitCleanup(7, "first");
+              }),
+              7);
+}
+
+TEST_F(InToolkit, FatalToolkitErrorEndsWithMinusOne) {
+    EXPECT_EQ(Run([] {
+                  std::string message = "no such thing";
+                  XtAppError(app_context, message.data());
+              }),
+              255);
+}
+
+TEST_F(InToolkit, LostConnectionEndsOrderly) {
+    EXPECT_EQ(Run([this] {
+                  m_display.Kill();
+                  XSync(display, False);
+              }),
+              0);
+}
+
+TEST_F(InToolkit, LostConnectionOnTheWayOutKeepsTheFirstStatus) {
+    EXPECT_EQ(Run([this] {
+                  m_display.Kill();
+                  ExitCleanup(7, "first");
+              }),
+              7);
+}
+
+TEST_F(InToolkit, CloseRequestReachesTheRegisteredAction) {
+    EXPECT_EQ(Run([] {
+                  XEvent event = CloseRequest("WM_DELETE_WINDOW");
+                  XtCallActionProc(MakeShell(), "SystemMenuClose", &event, nullptr, 0);
+              }),
+              0);
+}
+
+TEST_F(InToolkit, OtherEventsDoNotClose) {
+    EXPECT_EQ(Run([] {
+                  Widget const shell = MakeShell();
+                  XEvent event = CloseRequest("WM_TAKE_FOCUS");
+                  XtCallActionProc(shell, "SystemMenuClose", &event, nullptr, 0);
+                  event = CloseRequest("WM_DELETE_WINDOW");
+                  event.xclient.message_type = XInternAtom(display, "OTHER", False);
+                  XtCallActionProc(shell, "SystemMenuClose", &event, nullptr, 0);
+                  event.type = KeyPress;
+                  XtCallActionProc(shell, "SystemMenuClose", &event, nullptr, 0);
+                  XtCallActionProc(shell, "SystemMenuClose", nullptr, nullptr, 0);
+                  Finish(true);
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, ApplicationClassIsTheProgramsOwn) {
+    EXPECT_EQ(Run([] {
+                  String name = nullptr;
+                  String applicationClass = nullptr;
+                  XtGetApplicationNameAndClass(display, &name, &applicationClass);
+                  Finish(applicationClass && std::strcmp(applicationClass, "XVRKClientUI") == 0);
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, OpenMessageToTheHiddenWindowIsQueued) {
+    EXPECT_EQ(Run([] {
+                  CreateHiddenWindow();
+                  XEvent event{};
+                  event.xclient.type = ClientMessage;
+                  event.xclient.window = XtWindow(vrkHidden);
+                  event.xclient.message_type = XInternAtom(display, "ANY", False);
+                  event.xclient.format = 8;
+                  std::copy_n("openly", 6, event.xclient.data.b);
+                  XSendEvent(display, XtWindow(vrkHidden), False, NoEventMask, &event);
+                  DispatchEvents();
+                  FiFoQueue<std::unique_ptr<UICommand>> commands;
+                  uiCommandQ.ReadMessages(commands);
+                  Finish(!commands.IsEmpty() && commands.Take()->type == OpenRequested && commands.IsEmpty());
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TickThatThrowsIsFollowedByTheNext) {
+    EXPECT_EQ(Run([] {
+                  initialized = true;
+                  // A month that does not exist makes the deadline throw when it is asked for.
+                  ActionRequest impossible;
+                  impossible.forceRun = true;
+                  impossible.deadline =
+                      TimeObject(DateRecord(1, static_cast<Month>(13), 2011), TimeOfDay(), TimeZone());
+                  actions.push_back(impossible);
+                  OnMainLoopTimer(nullptr, nullptr);
+                  ActionRequest due;
+                  due.forceRun = true;
+                  due.deadline = TimeObject();
+                  actions.clear();
+                  actions.push_back(due);
+                  XtAppProcessEvent(app_context, XtIMTimer);
+                  Finish(actions.empty() && !writeQ.IsEmpty());
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TickWithoutInitializationOnlyArmsItselfAgain) {
+    EXPECT_EQ(Run([] {
+                  ActionRequest due;
+                  due.forceRun = true;
+                  due.deadline = TimeObject();
+                  actions.push_back(due);
+                  OnMainLoopTimer(nullptr, nullptr);
+                  bool const untouched = actions.size() == 1 && firstTick && !vrkHidden;
+                  initialized = true;
+                  XtAppProcessEvent(app_context, XtIMTimer);
+                  Finish(untouched && actions.empty() && !firstTick && vrkHidden);
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TranslationEndsWhenTheToolkitFindsNoRealLocale) {
+    setenv("LC_ALL", "C.UTF-8", 1);
+    international = true;
+    EXPECT_EQ(Run([] { Finish(!international); }, {"-xnllanguage", "C"}), cAsExpected);
+    EXPECT_EQ(Run([] { Finish(international); }), cAsExpected);
+    international = false;
+    EXPECT_EQ(Run([] { Finish(!international); }), cAsExpected);
+    unsetenv("LC_ALL");
+}
