@@ -77,6 +77,21 @@ std::time_t ReadByStrptime(std::string const& text) {
     return timegm(&fields) - offset;
 }
 
+// Ends a benchmark whose peer does not give what ours gives.
+template <class Input, class Ours, class Peer>
+bool Agree(benchmark::State& state, std::vector<Input> const& inputs, Ours ours, Peer peer) {
+    for (Input const& input : inputs) {
+        if (ours(input) == peer(input)) continue;
+        state.SkipWithError("the peer disagrees");
+        return false;
+    }
+    return true;
+}
+
+Instant ReadTime(std::string const& text) {
+    return Instant(TextToTime(MakeUTF8Ref(text)));
+}
+
 void BM_TextToTime(benchmark::State& state) {
     OverAll(state, TimeTexts(),
             [](std::string const& text) { return Instant(TextToTime(MakeUTF8Ref(text))); });
@@ -84,7 +99,10 @@ void BM_TextToTime(benchmark::State& state) {
 BENCHMARK(BM_TextToTime);
 
 void BM_TextToTime_Strptime(benchmark::State& state) {
-    OverAll(state, TimeTexts(), ReadByStrptime);
+    auto const ours = [](std::string const& text) {
+        return ReadTime(text).Microseconds() / cMicrosecondsPerSecond;
+    };
+    if (Agree(state, TimeTexts(), ours, ReadByStrptime)) OverAll(state, TimeTexts(), ReadByStrptime);
 }
 BENCHMARK(BM_TextToTime_Strptime);
 
@@ -134,19 +152,24 @@ long long ReadByFromChars(std::string const& text) {
     return sum;
 }
 
+long long ReadDuration(std::string const& text) {
+    return XMLDurationToTimeInterval(MakeUTF8Ref(text)).Microseconds();
+}
+
 void BM_XMLDurationToTimeInterval(benchmark::State& state) {
-    OverAll(state, DurationTexts(),
-            [](std::string const& text) { return XMLDurationToTimeInterval(MakeUTF8Ref(text)); });
+    OverAll(state, DurationTexts(), ReadDuration);
 }
 BENCHMARK(BM_XMLDurationToTimeInterval);
 
 void BM_XMLDurationToTimeInterval_Sscanf(benchmark::State& state) {
-    OverAll(state, DurationTexts(), ReadBySscanf);
+    if (Agree(state, DurationTexts(), ReadDuration, ReadBySscanf))
+        OverAll(state, DurationTexts(), ReadBySscanf);
 }
 BENCHMARK(BM_XMLDurationToTimeInterval_Sscanf);
 
 void BM_XMLDurationToTimeInterval_FromChars(benchmark::State& state) {
-    OverAll(state, DurationTexts(), ReadByFromChars);
+    if (Agree(state, DurationTexts(), ReadDuration, ReadByFromChars))
+        OverAll(state, DurationTexts(), ReadByFromChars);
 }
 BENCHMARK(BM_XMLDurationToTimeInterval_FromChars);
 
@@ -159,12 +182,19 @@ struct StrftimeText {
     char text[32];
 };
 
+StrftimeText WriteByStrftime(std::tm const& time) {
+    StrftimeText result;
+    std::strftime(result.text, sizeof(result.text), "%a, %d %b %Y %H:%M:%S %z", &time);
+    return result;
+}
+
 void BM_TimeToText_Strftime(benchmark::State& state) {
-    OverAll(state, BrokenDownTimes(), [](std::tm const& time) {
-        StrftimeText result;
-        std::strftime(result.text, sizeof(result.text), "%a, %d %b %Y %H:%M:%S %z", &time);
-        return result;
-    });
+    auto const ours = [](std::tm time) {
+        Instant const instant = Instant::FromMicroseconds(timegm(&time) * cMicrosecondsPerSecond);
+        return MakeString(TimeToText(instant, TimeZone()));
+    };
+    auto const peer = [](std::tm const& time) { return std::string(WriteByStrftime(time).text); };
+    if (Agree(state, BrokenDownTimes(), ours, peer)) OverAll(state, BrokenDownTimes(), WriteByStrftime);
 }
 BENCHMARK(BM_TimeToText_Strftime);
 

@@ -7,6 +7,9 @@
 // Makes lines of Base64 text of bytes: 64 characters each, the last one shorter or as long. Every line that
 // gets full before the end has a line break behind it; what the end leaves comes as a last line without one,
 // or not at all when nothing is left. Positions count the characters of the text, a break as one.
+//
+// When the line receiver throws, the text or break that it was called with counts as sent. The break behind
+// such a text does not come, and what the chunk held behind that line is not seen.
 class Base64EncodingLineMaker : public DataReceiver {
 public:
     static constexpr std::size_t cLineSize = 64;

@@ -5,6 +5,10 @@
 // Transformation of bytes from one cursor to another, in chunks of any size. A call consumes what it can and
 // writes what it can; it stops when the input is used up or the output is full. A filter that holds bytes
 // back hands them out by Flush() at the end of the input; a stateless one overrides only the call.
+//
+// A filter makes progress: given input and the room of a chunk (a few kilobytes), a call consumes or writes
+// at least one byte, and a Flush with such room writes at least one byte or leaves nothing held back. Who
+// calls it in a loop relies on that.
 class DataFilter {
 public:
     DataFilter() = default;

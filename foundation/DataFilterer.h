@@ -4,7 +4,8 @@
 #include "foundation/DataReceiver.h"
 
 // Receiver that passes bytes on through a filter. Start and ReceiveEnd are passed on as well; before
-// ReceiveEnd comes what the filter held back. The receiver is never called with an empty chunk.
+// ReceiveEnd comes what the filter held back. The receiver is never called with an empty chunk. When the
+// filter makes no progress, Receive and ReceiveEnd throw DataOverflow.
 class DataFilterer : public DataReceiver {
 public:
     // Bound to the receiver that drops everything.

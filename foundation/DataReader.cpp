@@ -7,7 +7,6 @@ DataReader& DataReader::operator>>(Data target) {
     while (!buffer.Full() && Unfinished()) {
         std::size_t const room = buffer.Room();
         *this >> buffer;
-        // A source that shrank under its reader gives nothing more, although it does not know its end.
         if (buffer.Room() == room) break;
     }
     if (!buffer.Full()) throw NoMoreData();

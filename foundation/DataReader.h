@@ -2,7 +2,8 @@
 
 #include "text/Buffers.h"
 
-// Source of bytes that are asked for. An unfinished reader gives at least one byte for a buffer with room.
+// Source of bytes that are asked for. An unfinished reader gives at least one byte for a buffer with room;
+// one that gives nothing, because its source ends before the end that it knows of, counts as ended early.
 class DataReader {
 public:
     DataReader() = default;
@@ -17,7 +18,8 @@ public:
     virtual bool Unfinished() const = 0;
     // Writes some of the next bytes to `target`, as many as come at once.
     virtual DataReader& operator>>(Buffer& target) = 0;
-    // Fills the whole of `target`; throws NoMoreData when the bytes end before. What was read until then
-    // stands at the front of `target`.
+    // Fills the whole of `target`; throws NoMoreData when the bytes end before, also when the reader
+    // does not know it and gives nothing. What was read until then stands at the front of `target`. A reader
+    // is not asked for a byte when `target` is empty.
     virtual DataReader& operator>>(Data target);
 };

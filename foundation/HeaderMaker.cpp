@@ -30,7 +30,7 @@ void HeaderMaker::StartHeaderLine(ConstBuffer& in) {
         return;
     }
     EndField();
-    m_name = Buffer(Data(m_nameBytes, m_nameBytes + cLongestName));
+    m_name = Buffer(Data(m_nameBytes, m_nameBytes + cRoomForName));
     m_step = &HeaderMaker::HandleFieldName;
 }
 

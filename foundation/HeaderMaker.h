@@ -7,16 +7,17 @@
 // Reads header lines, "Name: value", and hands each field to MessageReceiver::ReceiveField; it calls nothing
 // else of the receiver.
 //
-// - The name is what stands before the first colon, in lower case, without white space at its end.
+// - The name is what stands before the first colon, in lower case, without white space at its end. There is
+//   room for 64 bytes before the colon, that white space included.
 // - White space in front of the value is dropped.
 // - A line that begins with a space or tab continues the field before it: the break and the white space are
 //   folded into one space, or into nothing where the value has no text yet. A continuation of nothing but
 //   white space adds nothing.
-// - A line without a colon, with an empty name or with a name of more than 64 bytes is dropped together with
-//   its continuations.
+// - A line without a colon, with an empty name or with more than 64 bytes before the colon is dropped
+//   together with its continuations.
 class HeaderMaker : public LineReceiver {
 public:
-    static constexpr std::size_t cLongestName = 64;
+    static constexpr std::size_t cRoomForName = 64;
 
     // `fields` must outlive the maker.
     explicit HeaderMaker(MessageReceiver& fields) : m_fields(fields) {}
@@ -46,6 +47,6 @@ private:
     DataReceiver* m_value = &DataReceiver::Ignore();
     bool m_valueHasText = false;
     bool m_folding = false;
-    unsigned char m_nameBytes[cLongestName];
+    unsigned char m_nameBytes[cRoomForName];
     Buffer m_name;
 };

@@ -6,6 +6,9 @@
 // Cuts bytes into lines. A line ends with a line feed, with a carriage return, or with a carriage return and
 // a line feed behind it; LF CR, CR CR and LF LF are two breaks each. The chunks may be cut anywhere, also
 // between CR and LF. A break is reported when the byte behind it comes, or at the end.
+//
+// When the line receiver throws, the text or break that it was called with counts as reported and the chunk
+// ends behind it: positions go on from there, and what else the chunk held is not seen.
 class LineMaker : public DataReceiver {
 public:
     // `lines` must outlive the maker or its next binding.

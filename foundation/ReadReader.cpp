@@ -1,5 +1,6 @@
 #include "foundation/ReadReader.h"
 
+#include "foundation/Exceptions.h"
 #include "foundation/LineMaker.h"
 #include "foundation/MessageMaker.h"
 #include "foundation/TextDataReceiver.h"
@@ -18,8 +19,7 @@ void ReadReader(DataReader& reader, DataReceiver& receiver) {
     while (reader.Unfinished()) {
         Buffer chunk(Data(room, room + cChunkSize));
         reader >> chunk;
-        // A source that shrank under its reader gives nothing more, although it does not know its end.
-        if (chunk.Written().empty()) break;
+        if (chunk.Written().empty()) throw NoMoreData();
         receiver.Receive(chunk.Written());
     }
     receiver.ReceiveEnd();

@@ -8,8 +8,9 @@
 
 #include <vector>
 
-// Reads all that the reader still has into a receiver: Start, Receive for each chunk, ReceiveEnd. When either
-// side throws, the receiver gets no ReceiveEnd.
+// Reads all that the reader still has into a receiver: Start, Receive for each chunk, ReceiveEnd. Throws
+// NoMoreData when an unfinished reader gives nothing, so that a source cut short is not taken for a whole
+// one. When either side throws, the receiver gets no ReceiveEnd.
 void ReadReader(DataReader& reader, DataReceiver& receiver);
 // The same cut into lines, or into the fields and the body of a message.
 void ReadReader(DataReader& reader, LineReceiver& lines);

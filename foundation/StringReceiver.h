@@ -4,7 +4,7 @@
 
 #include <string>
 
-// Collects into a string, which is emptied at the start.
+// Collects into a string, which is emptied at the start. The data must not point into the string itself.
 class StringReceiver : public DataReceiver {
 public:
     // `target` must outlive the receiver.

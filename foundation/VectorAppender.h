@@ -4,7 +4,8 @@
 
 #include <vector>
 
-// Appends to a vector behind what it already holds. An unbound appender drops what it receives.
+// Appends to a vector behind what it already holds. An unbound appender drops what it receives. The data must
+// not point into the vector itself.
 class VectorAppender : public DataReceiver {
 public:
     VectorAppender() = default;

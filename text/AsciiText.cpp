@@ -1,5 +1,7 @@
 #include "text/AsciiText.h"
 
+#include <algorithm>
+
 namespace Ascii {
 
 namespace {

@@ -2,6 +2,9 @@
 
 #include "text/UStringBody.h"
 
+#include <algorithm>
+#include <cstring>
+
 // What AutoUString and CopiedUString have in common: exactly one body, and the editing of its text. Views and
 // pointers into the text end with every change. An operation that runs out of memory leaves the text as it
 // was.

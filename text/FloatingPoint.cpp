@@ -4,13 +4,18 @@
 #include "text/Buffers.h"
 #include "text/Numerals.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
+#include <system_error>
 
-// All rounding is left to the exact conversions of <charconv>, which know no locale and allocate nothing; in
-// steps of double arithmetic the last digits would be lost, and with them the round trip.
+// All rounding is left to the exact conversions of <charconv>, which know no locale, allocate nothing and
+// round an exact half to the even digit; in steps of double arithmetic the last digits would be lost, and
+// with them the round trip.
 //
 // Reading gathers the significant digits in a fixed buffer. A double lies, at its very worst, on a decision
 // that takes fewer than 770 digits; of what is behind the buffer it is enough to know whether it is zero.
@@ -159,12 +164,8 @@ std::uint32_t FlagsOf(double magnitude, bool hasNonZero) {
 
 // ---- Writing ----
 
-// Power of ten of the first digit that the shortest text of `magnitude` has, so that the double nearest to
-// 1e23 counts as 1e23, although it lies a little below. `magnitude` is finite and above 0.
-int DecimalExponent(double magnitude) {
-    char text[32];
-    char const* const end =
-        std::to_chars(text, text + sizeof(text), magnitude, std::chars_format::scientific).ptr;
+// The exponent of a text "d.ddde+xx" that ends at `end`.
+int ExponentBefore(char const* end) {
     char const* digits = end;
     while (digits[-1] != 'e') --digits;
     int exponent = 0;
@@ -172,11 +173,43 @@ int DecimalExponent(double magnitude) {
     return exponent;
 }
 
+// Power of ten of the first digit that the shortest text of `magnitude` has, so that the double nearest to
+// 1e23 counts as 1e23, although it lies a little below. `magnitude` is finite and above 0.
+int DecimalExponent(double magnitude) {
+    char text[32];
+    char const* const end =
+        std::to_chars(text, text + sizeof(text), magnitude, std::chars_format::scientific).ptr;
+    return ExponentBefore(end);
+}
+
+// The largest power of ten that does not exceed `step`, a power of two. A place at the shortest text of the
+// step could be coarser than the step: that of 2^-1073, which is 9.88e-324, is "1e-323".
+int FloorOfDecimalExponent(double step) {
+    char text[32];
+    constexpr int cDigitsBehindFirst = std::numeric_limits<double>::max_digits10 - 1;
+    char const* const end =
+        std::to_chars(text, text + sizeof(text), step, std::chars_format::scientific, cDigitsBehindFirst).ptr;
+    return ExponentBefore(end);
+}
+
 // The place that a finite value with that precision is rounded to.
 int PlaceOf(double value, double precision) {
     double const step = SmallestStep(std::fabs(value));
-    double const unit = precision > step ? precision : step;
-    return DecimalExponent(std::min(unit, std::numeric_limits<double>::max()));
+    if (precision > step) return DecimalExponent(std::min(precision, std::numeric_limits<double>::max()));
+    return FloorOfDecimalExponent(step);
+}
+
+// Whether a magnitude whose first digit stands behind `place` is more than half a unit of that place. All
+// its digits are asked, since it may come nearer to the half than any shorter text shows.
+bool ExceedsHalfAUnit(double magnitude, int place) {
+    constexpr int cMostDigits = 767;
+    char text[cMostDigits + 16];
+    char const* const end =
+        std::to_chars(text, text + sizeof(text), magnitude, std::chars_format::scientific, cMostDigits - 1)
+            .ptr;
+    if (ExponentBefore(end) < place - 1 || text[0] < '5') return false;
+    auto const isNotZero = [](char digit) { return digit != '0'; };
+    return text[0] > '5' || std::any_of(text + 2, text + 1 + cMostDigits, isNotZero);
 }
 
 // The digits of a magnitude, rounded at a place.
@@ -206,16 +239,13 @@ private:
 RoundedDigits::RoundedDigits(double magnitude, int place) : m_place(place) {
     int const top = DecimalExponent(magnitude);
     if (top < place) {
-        Convert(magnitude, std::numeric_limits<double>::max_digits10);
-        bool const atLeastHalf = m_first >= place || (m_first == place - 1 && m_text[0] >= '5');
-        m_size = 0;
-        if (atLeastHalf) SetToOneUnit();
+        if (ExceedsHalfAUnit(magnitude, place)) SetToOneUnit();
         return;
     }
     Convert(magnitude, top - place);
     // The shortest text may lie above a power of ten that the number itself does not reach. Then its digits
-    // start one place lower, and one of them is too many.
-    if (m_first < top && top > place) Convert(magnitude, top - place - 1);
+    // start one place lower, and one of them is too many; a single digit is rounded up to that power.
+    if (m_first < top) Convert(magnitude, top - place - 1);
 }
 
 // Digits of "d.ddde+xx". Places behind the last one read as zeros, which is what they are after a carry.
@@ -242,7 +272,8 @@ FloatingPointText NonFiniteText(double value) {
     return FloatingPointText(value < 0 ? "-infinity"_data : "+infinity"_data);
 }
 
-// A text under construction; writing beyond its end throws DataOverflow.
+// A text under construction. It is written byte by byte, since a byte beyond its end throws DataOverflow,
+// while a range would be cut off.
 struct TextBuffer {
     unsigned char bytes[FloatingPointText::capacity];
     Buffer out{Data(bytes, bytes + sizeof(bytes))};
@@ -292,7 +323,8 @@ FloatingPointText MakeScientific(bool negative, RoundedDigits const& digits) {
     }
     if (exponent != 0) {
         text.out << 'e' << (exponent < 0 ? '-' : '+');
-        text.out << MakeAsciiDecimalNumeral(static_cast<unsigned int>(std::abs(exponent)), 1).Bytes();
+        NumeralText const numeral = MakeAsciiDecimalNumeral(static_cast<unsigned int>(std::abs(exponent)), 1);
+        for (unsigned char const digit : numeral.Bytes()) text.out << digit;
     }
     return text.Text();
 }

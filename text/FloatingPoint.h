@@ -2,6 +2,8 @@
 
 #include "text/FixedText.h"
 
+#include <cstdint>
+
 // Floating-point numbers in ASCII, each with its precision: the value of one unit of the last place that its
 // text tells. Writing a number by its precision and reading the text gives the number back: exactly when the
 // precision is at least as fine as the step between neighbouring numbers. No locale is asked. Nothing is
@@ -38,9 +40,12 @@ struct FloatingPointReading {
 FloatingPointReading ReadAsciiFloatingPoint(ConstData text);
 
 // Text of `value`, rounded to the place of the leading digit of `precision`. A precision that is finer than
-// the step to the next number counts as that step. StandardNotation's form when the value is below 1e23, the
-// place is less than 23 places behind the point and the text fits; ScientificNotation's otherwise. Numbers
-// that are not finite give "NaN", "+infinity" or "-infinity". Never throws.
+// the step to the next number counts as that step. Of two texts equally near the one with the even last digit
+// is taken; what counts is the exact value of the double: for a precision of 1, 0.5 gives "0", 1.5 and 2.5
+// give "2"; 2.675 gives "2.67" for 0.01, since that double lies a little below the half. StandardNotation's
+// form when the value is below 1e23, the place is less than 23 places behind the point and the text fits;
+// ScientificNotation's otherwise. An infinite precision counts as the largest finite one. Numbers that are
+// not finite give "NaN", "+infinity" or "-infinity". Never throws.
 FloatingPointText MakeAsciiFloatingPoint(double value, double precision);
 
 // Plain decimal: "-12.50" for (-12.5, 0.01), "1200" for (1234, 100), "0.0" for zero. A negative value keeps
@@ -48,6 +53,6 @@ FloatingPointText MakeAsciiFloatingPoint(double value, double precision);
 // DataOverflow when the places behind the point do not.
 FloatingPointText StandardNotation(double value, double precision);
 
-// One digit before the point and an exponent unless that is 0: "6.02e+23", "1.5e-7", "3". A value of less
-// than half a unit of its precision gives "0" with the exponent of the precision. "0.0" for zero.
+// One digit before the point and an exponent unless that is 0: "6.02e+23", "1.5e-7", "3". A value of
+// half a unit of its precision or less gives "0" with the exponent of the precision. "0.0" for zero.
 FloatingPointText ScientificNotation(double value, double precision);

@@ -88,29 +88,29 @@ unsigned long Magnitude(long long value) {
 
 } // namespace
 
-int TryReadAsciiDecimalNumeral(ConstData text, unsigned long& value) {
+int TryReadAsciiDecimalNumeral(ConstData text, unsigned long& value) noexcept {
     return ReadDigits(text, Ascii::Numeric(), 10, value);
 }
 
-int TryReadAsciiDecimalNumeral(ConstData text, unsigned int& value) {
+int TryReadAsciiDecimalNumeral(ConstData text, unsigned int& value) noexcept {
     unsigned long wide = 0;
     int const result = TryReadAsciiDecimalNumeral(text, wide);
     return Narrow(result, wide, value);
 }
 
-int TryReadAsciiDecimalNumeral(ConstData text, long long& value) {
+int TryReadAsciiDecimalNumeral(ConstData text, long long& value) noexcept {
     return ReadSigned(text, value);
 }
 
-int TryReadAsciiDecimalNumeral(ConstData text, int& value) {
+int TryReadAsciiDecimalNumeral(ConstData text, int& value) noexcept {
     return ReadSigned(text, value);
 }
 
-int TryReadAsciiHexNumeral(ConstData text, unsigned long& value) {
+int TryReadAsciiHexNumeral(ConstData text, unsigned long& value) noexcept {
     return ReadDigits(text, Ascii::HexDigits(), 16, value);
 }
 
-int TryReadAsciiHexNumeral(ConstData text, unsigned int& value) {
+int TryReadAsciiHexNumeral(ConstData text, unsigned int& value) noexcept {
     unsigned long wide = 0;
     int const result = TryReadAsciiHexNumeral(text, wide);
     return Narrow(result, wide, value);

@@ -14,13 +14,13 @@ enum NumeralResult : int { cNumeralRead = 0, cNotANumeral = 1, cNumeralTooLarge 
 // Read into `value`: 0 for success, 1 when the text is empty or holds another byte than a digit, 2 when the
 // value does not fit. `value` may be changed on failure. Which of 1 and 2 comes is decided from left to
 // right.
-int TryReadAsciiDecimalNumeral(ConstData text, unsigned long& value);
-int TryReadAsciiDecimalNumeral(ConstData text, unsigned int& value);
+int TryReadAsciiDecimalNumeral(ConstData text, unsigned long& value) noexcept;
+int TryReadAsciiDecimalNumeral(ConstData text, unsigned int& value) noexcept;
 // One leading "-" or "+" is taken.
-int TryReadAsciiDecimalNumeral(ConstData text, long long& value);
-int TryReadAsciiDecimalNumeral(ConstData text, int& value);
-int TryReadAsciiHexNumeral(ConstData text, unsigned long& value);
-int TryReadAsciiHexNumeral(ConstData text, unsigned int& value);
+int TryReadAsciiDecimalNumeral(ConstData text, long long& value) noexcept;
+int TryReadAsciiDecimalNumeral(ConstData text, int& value) noexcept;
+int TryReadAsciiHexNumeral(ConstData text, unsigned long& value) noexcept;
+int TryReadAsciiHexNumeral(ConstData text, unsigned int& value) noexcept;
 
 // Return the value; throw NotANumeral or NumeralTooLarge.
 unsigned int ReadAsciiDecimalNumeral(ConstData text);

@@ -2,6 +2,8 @@
 
 #include "text/UStringRef.h"
 
+#include <algorithm>
+#include <cstring>
 #include <functional>
 #include <stdexcept>
 #include <utility>

@@ -2,6 +2,8 @@
 
 #include "text/Ascii.h"
 
+#include <algorithm>
+
 namespace {
 
 using Ref = UStringRef<UTF8>;

@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace {
 
 struct Base64Case {
@@ -50,6 +52,27 @@ std::string Decoded(std::string const& text) {
 std::string Encoded(std::string const& bytes) {
     return MakeString(Base64Encode(MakeConstData(bytes)));
 }
+
+// Throws at the call number `last`, of Receive and ReceiveLineBreak together.
+class FailingLineReceiver : public RecordingLineReceiver {
+public:
+    explicit FailingLineReceiver(int last) : m_left(last) {}
+    void Receive(ConstData text) override {
+        Count();
+        RecordingLineReceiver::Receive(text);
+    }
+    void ReceiveLineBreak(Range<unsigned long> lineBreak) override {
+        Count();
+        RecordingLineReceiver::ReceiveLineBreak(lineBreak);
+    }
+
+private:
+    void Count() {
+        if (--m_left == 0) throw NotANumeral();
+    }
+
+    int m_left;
+};
 
 // Encodes with no more than `room` bytes of output at a time.
 std::string EncodedThroughRoom(ConstData data, std::size_t room) {
@@ -228,6 +251,43 @@ TEST(Base64Encoder, FlushWritesWhatFoundNoRoomBefore) {
     EXPECT_EQ(MakeString(out.Written()), "m8=");
 }
 
+TEST(Base64Encoder, FlushFillsExactlyTheRoomItNeeds) {
+    struct FlushCase {
+        char const* bytes;
+        char const* written;
+        char const* flushed;
+    };
+    for (FlushCase const& each : {FlushCase{"f", "Z", "g=="}, FlushCase{"fo", "Zm", "8="}}) {
+        std::size_t const needed = std::strlen(each.flushed);
+        unsigned char room[4];
+        Base64Encoder encoder;
+        EXPECT_EQ(MakeString(encoder(Bytes(each.bytes), Data(room, room + 4))), each.written);
+        Buffer tight(Data(room, room + needed - 1));
+        EXPECT_THROW(encoder.Flush(tight), DataOverflow) << each.bytes;
+        EXPECT_TRUE(tight.Written().empty()) << each.bytes;
+        Buffer enough(Data(room, room + needed));
+        encoder.Flush(enough);
+        EXPECT_EQ(MakeString(enough.Written()), each.flushed);
+        EXPECT_TRUE(encoder.Flushed()) << each.bytes;
+    }
+}
+
+TEST(Base64Encoder, FlushKeepsAWholeCharacterThatFindsNoRoom) {
+    unsigned char room[3];
+    Base64Encoder encoder;
+    ConstBuffer in("foo"_data);
+    EXPECT_EQ(MakeString(encoder(in, Data(room, room + 3))), "Zm9");
+    EXPECT_TRUE(in.empty());
+    EXPECT_FALSE(encoder.Flushed());
+    Buffer none;
+    EXPECT_THROW(encoder.Flush(none), DataOverflow);
+    EXPECT_FALSE(encoder.Flushed());
+    Buffer enough(Data(room, room + 1));
+    encoder.Flush(enough);
+    EXPECT_EQ(MakeString(enough.Written()), "v") << "a whole group has no padding";
+    EXPECT_TRUE(encoder.Flushed());
+}
+
 TEST(Base64Encoder, FlushDoesNothingWhenNothingIsHeld) {
     Base64Encoder encoder;
     Buffer none;
@@ -300,6 +360,7 @@ TEST(Base64EncodingLineMaker, MakesLinesOf64CharactersAndAShorterLastOne) {
         {0, "<0  0>"},
         {1, "<0 4 4>"},
         {46, "<0 64 64>"},
+        {47, "<0 64 64>"},
         {48, "<0 64[64,65] 65>"},
         {49, "<0 64[64,65]4 69>"},
         {96, "<0 64[64,65]64[129,130] 130>"},
@@ -332,6 +393,62 @@ TEST(Base64EncodingLineMaker, GivesTheSameLinesHoweverTheStreamIsCut) {
         maker.ReceiveEnd();
         EXPECT_EQ(receiver.record, expected);
     });
+}
+
+TEST(Base64EncodingLineMaker, FlushesIntoALineThatIsAlmostFull) {
+    for (std::size_t const size : {46u, 47u}) {
+        std::string const bytes(size, 'f');
+        std::string const group = size == 46 ? "Zg==" : "ZmY=";
+        std::string expected;
+        for (int groups = 0; groups < 15; ++groups) expected += "ZmZm";
+        expected += group;
+        for (std::size_t piece = 1; piece <= size; ++piece) {
+            RecordingLineReceiver lines;
+            Base64EncodingLineMaker maker(lines);
+            maker.Start();
+            FeedInPieces(MakeConstData(bytes), piece, [&](ConstData data) { maker.Receive(data); });
+            EXPECT_EQ(lines.record, "<0 ");
+            maker.ReceiveEnd();
+            EXPECT_EQ(lines.record, "<0 " + expected + " 64>") << size << " by " << piece;
+            EXPECT_EQ(lines.pieces, 1);
+        }
+    }
+}
+
+TEST(Base64EncodingLineMaker, GoesOnBehindALineThatItsReceiverRefused) {
+    FailingLineReceiver lines(1);
+    Base64EncodingLineMaker maker(lines);
+    maker.Start();
+    std::string const bytes = MakeNoise(100);
+    EXPECT_THROW(maker.Receive(MakeConstData(bytes)), NotANumeral);
+    EXPECT_EQ(lines.record, "<0 ");
+    maker.Receive("foo"_data);
+    maker.ReceiveEnd();
+    EXPECT_EQ(lines.record, "<0 Zm9v 68>") << "64 characters were sent before";
+}
+
+TEST(Base64EncodingLineMaker, GoesOnBehindALineBreakThatItsReceiverRefused) {
+    FailingLineReceiver lines(2);
+    Base64EncodingLineMaker maker(lines);
+    maker.Start();
+    std::string const line(48, '\0');
+    EXPECT_THROW(maker.Receive(MakeConstData(line)), NotANumeral);
+    maker.Receive(MakeConstData(line));
+    maker.Receive("f"_data);
+    maker.ReceiveEnd();
+    std::string const text(64, 'A');
+    EXPECT_EQ(lines.record, "<0 " + text + text + "[129,130]Zg== 134>");
+}
+
+TEST(Base64EncodingLineMaker, EndsAfterALastLineThatItsReceiverRefused) {
+    FailingLineReceiver lines(1);
+    Base64EncodingLineMaker maker(lines);
+    maker.Start();
+    maker.Receive("f"_data);
+    EXPECT_THROW(maker.ReceiveEnd(), NotANumeral);
+    EXPECT_EQ(lines.record, "<0 ");
+    maker.ReceiveEnd();
+    EXPECT_EQ(lines.record, "<0  4>");
 }
 
 TEST(Base64EncodingLineMaker, BeginsAnewAtEachStart) {

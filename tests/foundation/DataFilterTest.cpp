@@ -36,6 +36,45 @@ private:
     int m_flushes;
 };
 
+// Stops working behind a number of bytes: takes nothing, writes nothing and is never flushed.
+class StallingFilter : public DataFilter {
+public:
+    explicit StallingFilter(int bytes) : m_left(bytes) {}
+
+    using DataFilter::operator();
+    void operator()(ConstBuffer& in, Buffer& out) override {
+        for (; !in.empty() && !out.Full() && m_left > 0; --m_left) out << in.Take();
+    }
+    bool Flushed() const override { return false; }
+    void Flush(Buffer& out) override {
+        if (m_left > 0) out << '!';
+        m_left = 0;
+    }
+
+private:
+    int m_left;
+};
+
+// Takes its input without a word, and hands out all of it by flushing.
+class HoardingFilter : public DataFilter {
+public:
+    using DataFilter::operator();
+    void operator()(ConstBuffer& in, Buffer&) override {
+        m_held += MakeString(in.Rest());
+        in.Skip(in.Size());
+    }
+    bool Flushed() const override { return m_flushed; }
+    void Flush(Buffer& out) override {
+        out << MakeConstData(m_held);
+        m_held.clear();
+        m_flushed = out.Written().empty();
+    }
+
+private:
+    std::string m_held;
+    bool m_flushed = false;
+};
+
 std::string Doubled(std::string const& text) {
     std::string doubled;
     for (char const character : text) doubled.append(2, character);
@@ -156,6 +195,38 @@ TEST(DataFilterer, LetsTheFailureOfItsReceiverThrough) {
     filterer.Start();
     EXPECT_THROW(filterer.Receive("abc"_data), NoMoreData);
     EXPECT_EQ(receiver.record, "<");
+}
+
+TEST(DataFilterer, DoesNotWaitForAFilterThatStandsStill) {
+    RecordingDataReceiver receiver;
+    StallingFilter stalling(2);
+    DataFilterer filterer(receiver, stalling);
+    filterer.Start();
+    EXPECT_THROW(filterer.Receive("abc"_data), DataOverflow);
+    EXPECT_EQ(receiver.record, "<ab");
+    EXPECT_THROW(filterer.ReceiveEnd(), DataOverflow);
+    EXPECT_EQ(receiver.record, "<ab");
+}
+
+TEST(DataFilterer, DoesNotWaitForAFlushThatStandsStill) {
+    RecordingDataReceiver receiver;
+    StallingFilter stalling(3);
+    DataFilterer filterer(receiver, stalling);
+    filterer.Start();
+    filterer.Receive("ab"_data);
+    EXPECT_THROW(filterer.ReceiveEnd(), DataOverflow);
+    EXPECT_EQ(receiver.record, "<ab!");
+}
+
+TEST(DataFilterer, TakesSilenceWithConsumptionAsProgress) {
+    RecordingDataReceiver receiver;
+    HoardingFilter hoarding;
+    DataFilterer filterer(receiver, hoarding);
+    filterer.Start();
+    filterer.Receive("ab"_data);
+    filterer.Receive("cd"_data);
+    filterer.ReceiveEnd();
+    EXPECT_EQ(receiver.record, "<abcd>");
 }
 
 TEST(ApplyFilter, GivesTheWholeResult) {

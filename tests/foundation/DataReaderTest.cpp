@@ -18,6 +18,39 @@ public:
     bool Unfinished() const override { return true; }
 };
 
+// Fails when it is asked for bytes a second time.
+class FailingReader : public StringReader {
+public:
+    using StringReader::StringReader;
+    using StringReader::operator>>;
+    DataReader& operator>>(Buffer& target) override {
+        if (m_asked) throw NotANumeral();
+        m_asked = true;
+        return StringReader::operator>>(target);
+    }
+
+private:
+    bool m_asked = false;
+};
+
+class FailingReceiver : public RecordingDataReceiver {
+public:
+    using RecordingDataReceiver::Receive;
+    void Receive(ConstData) override { throw NotANumeral(); }
+};
+
+class CountingReader : public StringReader {
+public:
+    using StringReader::StringReader;
+    using StringReader::operator>>;
+    DataReader& operator>>(Buffer& target) override {
+        ++calls;
+        return StringReader::operator>>(target);
+    }
+
+    int calls = 0;
+};
+
 class FieldsAndBody : public MessageReceiver {
 public:
     DataReceiver& ReceiveField(ConstData name) override {
@@ -83,7 +116,17 @@ TEST(DataReader, DoesNotWaitForBytesThatNeverCome) {
     ShrunkReader reader("abc");
     unsigned char room[4];
     EXPECT_THROW(reader >> Data(room, room + 4), NoMoreData);
-    EXPECT_TRUE(ReadReader(reader).empty());
+    EXPECT_TRUE(ConstData(room, room + 3) == "abc"_data);
+}
+
+TEST(DataReader, IsNotAskedForBytesThatHaveNoRoom) {
+    CountingReader reader("abc", 2);
+    reader >> Data();
+    EXPECT_EQ(reader.calls, 0);
+    unsigned char room[2];
+    reader >> Data(room, room + 2);
+    EXPECT_EQ(reader.calls, 1);
+    EXPECT_TRUE(reader.Unfinished());
 }
 
 TEST(EmptyDataReader, IsAlwaysFinished) {
@@ -114,6 +157,45 @@ TEST(ReadReader, StartsAndEndsForAnEmptyReader) {
     ReadReader(reader, receiver);
     EXPECT_EQ(receiver.record, "<>");
     EXPECT_TRUE(receiver.chunks.empty());
+}
+
+TEST(ReadReader, DoesNotEndASourceThatIsCutShort) {
+    ShrunkReader some("abcdefg", 3);
+    RecordingDataReceiver receiver;
+    EXPECT_THROW(ReadReader(some, receiver), NoMoreData);
+    EXPECT_EQ(receiver.record, "<abcdefg");
+
+    ShrunkReader none("");
+    RecordingDataReceiver nothing;
+    EXPECT_THROW(ReadReader(none, nothing), NoMoreData);
+    EXPECT_EQ(nothing.record, "<");
+    EXPECT_TRUE(nothing.chunks.empty());
+}
+
+TEST(ReadReader, TellsOfASourceThatIsCutShortInEveryForm) {
+    RecordingLineReceiver lines;
+    FieldsAndBody message;
+    ShrunkReader reader("ab\ncd");
+    EXPECT_THROW(ReadReader(reader, lines), NoMoreData);
+    EXPECT_EQ(lines.record, "<0 ab[2,3]cd");
+    reader.Reset();
+    EXPECT_THROW(ReadReader(reader, message), NoMoreData);
+    reader.Reset();
+    EXPECT_THROW(ReadReader(reader), NoMoreData);
+    reader.Reset();
+    EXPECT_THROW(ReadUReader(reader), NoMoreData);
+}
+
+TEST(ReadReader, DoesNotEndWhatFailed) {
+    FailingReader failingReader("abcdef", 3);
+    RecordingDataReceiver receiver;
+    EXPECT_THROW(ReadReader(failingReader, receiver), NotANumeral);
+    EXPECT_EQ(receiver.record, "<abc");
+
+    StringReader reader("abcdef", 3);
+    FailingReceiver failingReceiver;
+    EXPECT_THROW(ReadReader(reader, failingReceiver), NotANumeral);
+    EXPECT_EQ(failingReceiver.record, "<");
 }
 
 TEST(ReadReader, CutsLines) {

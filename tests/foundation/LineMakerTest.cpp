@@ -129,6 +129,38 @@ TEST(LineMaker, LetsTheFailureOfItsReceiverThrough) {
     maker.Start();
     EXPECT_THROW(maker.Receive("a\nb"_data), NoMoreData);
     EXPECT_EQ(lines.record, "<0 a");
+    // The break counts as reported; what stood behind it in the chunk is gone.
+    maker.Receive("cd\n"_data);
+    maker.ReceiveEnd();
+    EXPECT_EQ(lines.record, "<0 acd[4,5] 5>");
+}
+
+TEST(LineMaker, CountsBothBytesOfABreakThatItsReceiverRefused) {
+    FailingLineReceiver lines;
+    LineMaker maker(lines);
+    maker.Start();
+    maker.Receive("a\r"_data);
+    EXPECT_THROW(maker.Receive("\nb"_data), NoMoreData);
+    maker.Receive("cd\r\n"_data);
+    maker.ReceiveEnd();
+    EXPECT_EQ(lines.record, "<0 acd[5,7] 7>");
+}
+
+TEST(LineMaker, CountsTextThatItsReceiverRefused) {
+    class TextRefuser : public RecordingLineReceiver {
+    public:
+        void Receive(ConstData text) override {
+            if (text == "abc"_data) throw NoMoreData();
+            RecordingLineReceiver::Receive(text);
+        }
+    };
+    TextRefuser lines;
+    LineMaker maker(lines);
+    maker.Start();
+    EXPECT_THROW(maker.Receive("abc\nde"_data), NoMoreData);
+    maker.Receive("f\n"_data);
+    maker.ReceiveEnd();
+    EXPECT_EQ(lines.record, "<0 f[4,5] 5>");
 }
 
 TEST(LineMaker, FindsTheBreaksOfLongStreams) {

@@ -2,6 +2,7 @@
 #include "foundation/HeaderMaker.h"
 #include "foundation/LineMaker.h"
 #include "foundation/StartReceiveAndEnd.h"
+#include "text/UString.h"
 
 #include "tests/foundation/StreamSupport.h"
 
@@ -58,6 +59,18 @@ void ExpectMessage(MessageCase const& message) {
         lines.ReceiveEnd();
         EXPECT_EQ(receiver.record, message.record) << message.stream;
     });
+}
+
+// The record of `stream` after another stream that broke off behind `begun`.
+std::string RecordAfterAbort(ConstData begun, ConstData stream) {
+    RecordingMessageReceiver receiver;
+    MessageMaker messages(receiver);
+    LineMaker lines(messages);
+    lines.Start();
+    lines.Receive(begun);
+    receiver.record.clear();
+    StartReceiveAndEnd(lines, stream);
+    return receiver.record;
 }
 
 std::string const cLongestName(64, 'N');
@@ -126,6 +139,13 @@ TEST(HeaderMaker, DropsLinesWhoseNameDoesNotFit) {
     ExpectMessage({cLongestName + "N: v: w\n lost\nA: 1\n", "<0 {a:(1)}|83| 83>"});
 }
 
+TEST(HeaderMaker, CountsTheWhiteSpaceBehindTheName) {
+    std::string const spaces(63, ' ');
+    ExpectMessage({"N" + spaces + ": v\n", "<0 {n:(v)}|68| 68>"});
+    ExpectMessage({"N" + spaces + "\t: v\nA: 1\n", "<0 {a:(1)}|74| 74>"});
+    ExpectMessage({cLongestName + " : v\nA: 1\n", "<0 {a:(1)}|74| 74>"});
+}
+
 TEST(HeaderMaker, LetsTheReceiverDropAField) {
     ExpectMessage({"Secret: x\n y\nA: 1", "<0 {a:(1)}|17| 17>"});
 }
@@ -147,6 +167,32 @@ TEST(MessageMaker, BeginsAnewAtEachStart) {
     receiver.record.clear();
     StartReceiveAndEnd(lines, "B: 2\n\nbody"_data);
     EXPECT_EQ(receiver.record, "<0 {b:(2)}|6|body 10>");
+}
+
+TEST(MessageMaker, BeginsAnewAfterAStreamThatBrokeOff) {
+    for (char const* const begun :
+         {"A", "A ", "A:", "A: ", "A: 1", "A: 1\n", "A: 1\n ", "A: 1\n x", "A: 1\nB", " ", "A: 1\n\n",
+          "A: 1\n\nbody", "no colon\n", ":", ": lost"}) {
+        ConstData const before = MakeUTF8Ref(begun);
+        EXPECT_EQ(RecordAfterAbort(before, "B: 2\n\nbody"_data), "<0 {b:(2)}|6|body 10>") << begun;
+        EXPECT_EQ(RecordAfterAbort(before, " lost\nB: 2"_data), "<0 {b:(2)}|10| 10>") << begun;
+        EXPECT_EQ(RecordAfterAbort(before, "\nbody"_data), "<0 |1|body 5>") << begun;
+        EXPECT_EQ(RecordAfterAbort(before, ConstData()), "<0 |0| 0>") << begun;
+    }
+}
+
+TEST(MessageMaker, TakesALineOfEmptyPiecesAsEmpty) {
+    RecordingMessageReceiver receiver;
+    MessageMaker messages(receiver);
+    messages.Start(0);
+    messages.Receive("A: 1"_data);
+    messages.Receive(ConstData());
+    messages.ReceiveLineBreak({4, 5});
+    messages.Receive(ConstData());
+    messages.ReceiveLineBreak({5, 6});
+    messages.Receive("body"_data);
+    messages.ReceiveEnd(10);
+    EXPECT_EQ(receiver.record, "<0 {a:(1)}|6|body 10>");
 }
 
 TEST(MessageReceiver, DropsEverythingByDefault) {

@@ -172,11 +172,20 @@ TEST(AsciiCompare, OrdersByTheFoldedBytes) {
     EXPECT_EQ(Ascii::CompareLowercase("ABC"_data, "abc"_data), 0);
     EXPECT_LT(Ascii::CompareLowercase("ABC"_data, "abd"_data), 0);
     EXPECT_GT(Ascii::CompareLowercase("b"_data, "A"_data), 0);
-    EXPECT_LT(Ascii::CompareLowercase("ab"_data, "ABC"_data), 0);
-    EXPECT_GT(Ascii::CompareLowercase("ABC"_data, "ab"_data), 0);
     EXPECT_EQ(Ascii::CompareLowercase("Zone", "zONE"), 0);
     EXPECT_LT(Ascii::CompareLowercase("", "a"), 0);
     EXPECT_EQ(Ascii::CompareUppercase("abc"_data, "ABC"_data), 0);
+}
+
+TEST(AsciiCompare, GivesOneOrMinusOneWhereOnlyTheLengthsDiffer) {
+    EXPECT_EQ(Ascii::CompareLowercase("ab"_data, "ABCDE"_data), -1);
+    EXPECT_EQ(Ascii::CompareLowercase("ABCDE"_data, "ab"_data), 1);
+    EXPECT_EQ(Ascii::CompareLowercase(ConstData(), "zz"_data), -1);
+    EXPECT_EQ(Ascii::CompareLowercase("zz"_data, ConstData()), 1);
+    EXPECT_EQ(Ascii::CompareLowercase("ab", "ABCDE"), -1);
+    EXPECT_EQ(Ascii::CompareLowercase("ABCDE", "ab"), 1);
+    EXPECT_EQ(Ascii::CompareUppercase("ab"_data, "ABCDE"_data), -1);
+    EXPECT_EQ(Ascii::CompareUppercase("ABCDE"_data, "ab"_data), 1);
 }
 
 TEST(AsciiCompare, PlacesWhatStandsBetweenTheCasesByTheChosenCase) {

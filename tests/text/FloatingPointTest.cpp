@@ -10,9 +10,11 @@
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <limits>
 #include <random>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -47,6 +49,33 @@ void ExpectStable(std::string const& text) {
     FloatingPointReading const reading = ReadAsciiFloatingPoint(MakeConstData(text));
     EXPECT_EQ(Make(reading.value, reading.precision), text);
 }
+
+// While it lives, numbers of the C library have a decimal comma, if localedef can make such a locale. It is
+// made in a folder of its own, so that none needs to be installed.
+class CommaLocale {
+public:
+    CommaLocale() {
+        if (!mkdtemp(m_folder)) return;
+        std::string const folder = m_folder;
+        // Its exit code tells of mere warnings too; the test looks at the comma itself.
+        [[maybe_unused]] int const code =
+            std::system(("localedef -i de_DE -f ISO-8859-1 '" + folder + "/de_DE'").c_str());
+        setenv("LOCPATH", m_folder, 1);
+        std::setlocale(LC_NUMERIC, "de_DE");
+    }
+    CommaLocale(CommaLocale const&) = delete;
+    CommaLocale& operator=(CommaLocale const&) = delete;
+    ~CommaLocale() {
+        std::setlocale(LC_NUMERIC, m_before.c_str());
+        unsetenv("LOCPATH");
+        std::error_code ignored;
+        std::filesystem::remove_all(m_folder, ignored);
+    }
+
+private:
+    std::string const m_before = std::setlocale(LC_NUMERIC, nullptr);
+    char m_folder[32] = "/tmp/comma-locale-XXXXXX";
+};
 
 double RandomDouble(std::mt19937_64& random) {
     while (true) {
@@ -174,6 +203,23 @@ TEST(ReadAsciiFloatingPoint, DoesNotPromiseMorePrecisionThanADoubleHas) {
     EXPECT_EQ(ReadAsciiFloatingPoint("1e400"_data).precision, cInfinity);
 }
 
+TEST(ReadAsciiFloatingPoint, TakesExponentsFarBelowTheRange) {
+    for (std::string const exponent : {"e-400", "e-4000", "e-999999999999", "e-99999999999999999999999999"}) {
+        for (std::string const digits : {"1", "-1", "123.456", "-0.5", "100"}) {
+            std::string const text = digits + exponent;
+            FloatingPointReading const reading = ReadAsciiFloatingPoint(MakeConstData(text));
+            EXPECT_EQ(reading.value, 0.0) << text;
+            EXPECT_EQ(std::signbit(reading.value), digits[0] == '-') << text;
+            EXPECT_EQ(reading.precision, cSmallest) << text;
+            EXPECT_EQ(reading.flags, 16u + 32u) << text;
+        }
+        FloatingPointReading const zero = ReadAsciiFloatingPoint(MakeConstData("0" + exponent));
+        EXPECT_EQ(zero.value, 0.0) << exponent;
+        EXPECT_EQ(zero.precision, cSmallest) << exponent;
+        EXPECT_EQ(zero.flags, 0u) << exponent;
+    }
+}
+
 TEST(ReadAsciiFloatingPoint, TakesAnyNumberOfDigits) {
     std::string const zeros(100000, '0');
     EXPECT_EQ(ReadAsciiFloatingPoint(MakeConstData(zeros + "12." + zeros)).value, 12);
@@ -225,6 +271,48 @@ TEST(MakeAsciiFloatingPoint, RoundsWhatIsSmallerThanThePrecision) {
     EXPECT_EQ(Make(60, 100), "100");
     EXPECT_EQ(Make(1e-300, 0.01), "0.00");
     EXPECT_EQ(Make(1, 1e30), "0");
+}
+
+TEST(MakeAsciiFloatingPoint, RoundsAnExactHalfToTheEvenDigit) {
+    EXPECT_EQ(Make(0.5, 1), "0");
+    EXPECT_EQ(Make(1.5, 1), "2");
+    EXPECT_EQ(Make(2.5, 1), "2");
+    EXPECT_EQ(Make(-0.5, 1), "-0");
+    EXPECT_EQ(Make(-3.5, 1), "-4");
+    EXPECT_EQ(Make(50, 100), "0");
+    EXPECT_EQ(Make(150, 100), "200");
+    EXPECT_EQ(Make(250, 100), "200");
+    EXPECT_EQ(Make(0.125, 0.01), "0.12");
+    EXPECT_EQ(Make(0.375, 0.01), "0.38");
+    EXPECT_EQ(MakeString(ScientificNotation(50, 100)), "0e+2");
+    EXPECT_EQ(MakeString(ScientificNotation(250, 100)), "2e+2");
+}
+
+TEST(MakeAsciiFloatingPoint, TakesTheExactValueForTheHalf) {
+    EXPECT_EQ(Make(std::nextafter(0.5, 1.0), 1), "1");
+    EXPECT_EQ(Make(std::nextafter(0.5, 0.0), 1), "0");
+    EXPECT_EQ(Make(std::nextafter(50.0, 100.0), 100), "100");
+    EXPECT_EQ(Make(2.675, 0.01), "2.67") << "which lies below the half";
+    EXPECT_EQ(Make(0.05, 0.1), "0.1") << "which lies above the half";
+    EXPECT_EQ(Make(5e-7, 1e-6), "0.000000") << "which lies below the half";
+    // These lie so near to the half that 17 digits do not show the difference.
+    EXPECT_EQ(Make(5e-15, 1e-14), "0.00000000000000");
+    EXPECT_EQ(Make(5e79, 1e80), "1e+80");
+    EXPECT_EQ(Make(5e-205, 1e-204), "1e-204");
+}
+
+TEST(MakeAsciiFloatingPoint, TakesAnInfinitePrecisionAsTheLargestPlace) {
+    EXPECT_EQ(Make(5, cInfinity), "0");
+    EXPECT_EQ(Make(-5, cInfinity), "-0");
+    EXPECT_EQ(Make(9e22, cInfinity), "0");
+    EXPECT_EQ(Make(1e300, cInfinity), "0e+308");
+    EXPECT_EQ(Make(-1e300, cInfinity), "-0e+308");
+    EXPECT_EQ(Make(9e307, cInfinity), "1e+308");
+    EXPECT_EQ(Make(1.25e308, cInfinity), "1e+308");
+    EXPECT_EQ(Make(cSmallest, cInfinity), "0");
+    EXPECT_EQ(MakeString(StandardNotation(5, cInfinity)), "0");
+    EXPECT_EQ(MakeString(ScientificNotation(5, cInfinity)), "0e+308");
+    EXPECT_EQ(Make(0.0, cInfinity), "0.0");
 }
 
 TEST(MakeAsciiFloatingPoint, WritesWhatIsNotFinite) {
@@ -334,6 +422,24 @@ TEST(FloatingPointRoundTrip, IsExactForTheExtremes) {
         ExpectExactRoundTrip(value);
 }
 
+TEST(FloatingPointRoundTrip, IsExactWhereTheStepLiesJustBelowAPowerOfTen) {
+    // Between 2^-1021 and 2^-1020 the step is 9.88e-324, and the shortest text of that step is "1e-323".
+    EXPECT_EQ(Make(7.6253394097030295e-308, 0), "7.6253394097030295e-308");
+    EXPECT_EQ(Make(7.6253394097030295e-308, 0x1p-1073), "7.6253394097030295e-308");
+    EXPECT_EQ(Make(-7.6253394097030295e-308, 0), "-7.6253394097030295e-308") << "as long as a text can be";
+    std::mt19937_64 random(1021);
+    std::uniform_real_distribution<double> mantissas(1, 2);
+    for (int round = 0; round < 50000; ++round) ExpectExactRoundTrip(std::ldexp(mantissas(random), -1021));
+}
+
+TEST(FloatingPointRoundTrip, IsExactForEveryExponent) {
+    std::mt19937_64 random(1022);
+    std::uniform_real_distribution<double> mantissas(1, 2);
+    for (int exponent = -1022; exponent <= 1023; ++exponent)
+        for (int round = 0; round < 40; ++round)
+            ExpectExactRoundTrip(std::ldexp(mantissas(random), exponent));
+}
+
 TEST(FloatingPointRoundTrip, IsExactForRandomNumbers) {
     std::mt19937_64 random(987654321);
     for (int round = 0; round < 50000; ++round) ExpectExactRoundTrip(RandomDouble(random));
@@ -385,11 +491,13 @@ TEST(FloatingPointText, NeverNeedsMoreRoomThanItHas) {
 }
 
 TEST(FloatingPoint, AsksNoLocale) {
-    std::string const before = std::setlocale(LC_NUMERIC, nullptr);
-    bool const comma = std::setlocale(LC_NUMERIC, "de_DE.UTF-8") || std::setlocale(LC_NUMERIC, "fr_FR.UTF-8");
-    if (!comma) GTEST_SKIP() << "no locale with a decimal comma is installed";
+    if (std::system("command -v localedef >/dev/null 2>&1") != 0) GTEST_SKIP() << "there is no localedef";
+    CommaLocale const locale;
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",") << "localedef could not make a locale";
     EXPECT_EQ(Make(12.5, 0.01), "12.50");
+    EXPECT_EQ(Make(-1.5e-30, 1e-31), "-1.5e-30");
     EXPECT_EQ(ReadAsciiFloatingPoint("12.5"_data).value, 12.5);
+    EXPECT_EQ(ReadAsciiFloatingPoint("12.5"_data).precision, 0.1);
+    EXPECT_EQ(ReadAsciiFloatingPoint("1.25e-1"_data).value, 0.125);
     EXPECT_THROW(ReadAsciiFloatingPoint("12,5"_data), NotAFloatingPoint);
-    std::setlocale(LC_NUMERIC, before.c_str());
 }

@@ -8,6 +8,7 @@
 #include <climits>
 #include <random>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -44,7 +45,21 @@ void ExpectHex(ReadCase<T> const (&cases)[count]) {
     }
 }
 
+template <class T>
+constexpr bool tryDecimalThrows = !noexcept(TryReadAsciiDecimalNumeral(ConstData(), std::declval<T&>()));
+template <class T>
+constexpr bool tryHexThrows = !noexcept(TryReadAsciiHexNumeral(ConstData(), std::declval<T&>()));
+
 } // namespace
+
+TEST(TryReadAsciiNumeral, NeverThrows) {
+    EXPECT_FALSE(tryDecimalThrows<unsigned long>);
+    EXPECT_FALSE(tryDecimalThrows<unsigned int>);
+    EXPECT_FALSE(tryDecimalThrows<long long>);
+    EXPECT_FALSE(tryDecimalThrows<int>);
+    EXPECT_FALSE(tryHexThrows<unsigned long>);
+    EXPECT_FALSE(tryHexThrows<unsigned int>);
+}
 
 TEST(TryReadAsciiDecimalNumeral, ReadsUnsignedLong) {
     ExpectDecimal<unsigned long>({

@@ -37,7 +37,7 @@ private:
 } // namespace
 
 TEST_F(XMLDateTime, IsReadInUTC) {
-    for (char const* const zone : {"Z", "+00:00", "-00:00", " Z", "xZx", "+00:00+01:00"})
+    for (char const* const zone : {"Z", "+00:00", "-00:00", " Z", "xZx", "+00:00+01:00", "-00:00-01:00"})
         EXPECT_EQ(Reading(std::string("2011-01-02T08:05:09") + zone), cMoment) << zone;
     EXPECT_EQ(Reading("1970-01-01T00:00:00Z"), 0);
     EXPECT_EQ(Reading("0000-01-01T00:00:00Z"), -62167219200000000);
