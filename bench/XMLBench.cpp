@@ -74,7 +74,7 @@ void AppendAction(std::string& document, Random& random) {
     document += "\n\t<ActionRequest>";
     AppendField(document, "ID", std::to_string(100000 + random.Below(900000)));
     AppendField(document, "Title", section("Install R&D tools (" + std::to_string(random.Below(1000)) + ")"));
-    AppendField(document, "ShortDescription", section(Words(random, 120) + " <b>"));
+    AppendField(document, "ShortDescription", section(Words(random, 60) + " <b>"));
     AppendField(document, "Deadline", "Sun, 02 Jan 2011 08:05:09 +0000");
     for (char const* const name : {"Cancellable", "Restart", "Shutdown", "IncludedCommand", "ForceRun",
                                    "RequestSave", "UseCannedStrings"})
