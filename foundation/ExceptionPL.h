@@ -5,7 +5,8 @@
 
 #include <string>
 
-// The failure that carries a free text. The narrow text that what() returns is rebuilt at each call and is
+// The failure that carries a free text. In narrow form, a text of seven-bit characters is given as it is, and
+// any other as the encoded class name. The narrow text that what() returns is rebuilt at each call and is
 // valid until the next; one object is not to be shared between threads.
 class ExceptionPL : public DebuggableException {
 public:

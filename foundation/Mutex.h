@@ -2,6 +2,7 @@
 
 #include "foundation/Exceptions.h"
 
+#include <cstdint>
 #include <pthread.h>
 
 namespace UnixPlatform {

@@ -52,9 +52,11 @@ private:
     pthread_t m_handle{};
 };
 
+// Making the object throws std::bad_alloc for want of memory.
+
 // Null for a null function; otherwise a new suspended object. The caller owns it until the thread is started.
 PortableThread* CreatePortableThreadSuspended(PortableThread::Function function, void* argument);
 // The same, started; null when it cannot start.
 PortableThread* CreatePortableThread(PortableThread::Function function, void* argument);
-// Runs the function on a thread that nobody watches; returns whether it started.
+// Runs the function, which must not be null, on a thread that nobody watches; returns whether it started.
 bool RunPortableThread(PortableThread::Function function, void* argument);

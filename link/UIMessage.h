@@ -3,6 +3,7 @@
 #include "text/CopiedUString.h"
 
 #include <cstdint>
+#include <utility>
 
 // One message of the client link: the whole XML document of a frame, in either direction.
 struct UIMessage {

@@ -41,12 +41,9 @@ void ReadWhole(int descriptor, void* target, std::size_t size) {
     }
 }
 
-// One write. Only an interruption before the first byte is tried again; a part is not continued.
+// One write; what it did not take is not tried again.
 void WriteWhole(int descriptor, void const* source, std::size_t size) {
-    ssize_t count = 0;
-    do {
-        count = write(descriptor, source, size);
-    } while (count < 0 && errno == EINTR);
+    ssize_t const count = write(descriptor, source, size);
     if (count < 0 || static_cast<std::size_t>(count) != size) throw UnixPipeWriteMessageError();
 }
 

@@ -48,7 +48,8 @@ public:
     ~UnixPipe();
 
     // Takes over both descriptors and starts the two threads; true when both run. Call it once. After a
-    // failure a reader that did start is left running, and a pipe without any reference is deleted.
+    // failure a reader that did start is left running. A pipe that nobody else holds may be gone afterwards:
+    // it is deleted when no thread was started and when the threads have ended already.
     bool Start(int readDescriptor, int writeDescriptor);
 
     // Ends the link: the write descriptor is closed, unless it is 0, and the threads end. A writer in the
@@ -74,7 +75,8 @@ public:
     void ReadMessageFromPipe(UIMessage& message);
 
     // Writes one frame, in one write for the length and one for the text; nothing for an empty text. Throws
-    // UnixPipeWriteMessageError when either write takes less than all, and when the link has been killed.
+    // UnixPipeWriteMessageError when either write takes less than all, when the link has been killed, and
+    // when there is no write descriptor.
     void WriteMessageToPipe(UIMessage const& message);
 
 private:

@@ -133,6 +133,13 @@ UIMessage Message(std::string const& text) {
     return UIMessage(MakeUTF8Ref(text));
 }
 
+std::set<std::string> Threads() {
+    std::set<std::string> threads;
+    for (auto const& entry : std::filesystem::directory_iterator("/proc/self/task"))
+        threads.insert(entry.path().filename().string());
+    return threads;
+}
+
 // A pipe between two channels whose far ends the test holds as the client would. The end of the scope ends
 // the link and waits until both threads have let go of the pipe.
 class Link {
@@ -700,13 +707,6 @@ TEST(UnixPipe, IsKilledByBothSidesAtOnceWithoutHarm) {
 
 namespace {
 
-std::set<std::string> Threads() {
-    std::set<std::string> threads;
-    for (auto const& entry : std::filesystem::directory_iterator("/proc/self/task"))
-        threads.insert(entry.path().filename().string());
-    return threads;
-}
-
 std::atomic<int> interruptions{0};
 
 // Interrupts system calls, which are then not restarted.
@@ -717,6 +717,29 @@ void InstallInterruption() {
 }
 
 } // namespace
+
+TEST(UnixPipe, WriteThatIsInterruptedIsNotContinued) {
+    InstallInterruption();
+    Link link;
+    std::set<std::string> const before = Threads();
+    ASSERT_TRUE(link.Start());
+    // More than the channel holds: the writer stays inside the write of the text.
+    std::string const text = Pattern(200000);
+    link.toSend.WriteMessage(Message(text));
+    int held = 0;
+    ASSERT_TRUE(WaitUntil([&] {
+        int const waiting = link.toClient.Waiting();
+        return waiting != 0 && waiting == std::exchange(held, waiting);
+    }));
+    ASSERT_TRUE(WaitUntil([&] {
+        for (std::string const& thread : Threads())
+            if (!before.contains(thread)) tgkill(getpid(), std::stoi(thread), SIGUSR1);
+        return link.pipe->Killed();
+    }));
+    EXPECT_EQ(link.toClient.Receive(text.size() + 4),
+              FrameOf(text).substr(0, static_cast<std::size_t>(held)));
+    EXPECT_TRUE(link.toClient.IsAtEnd());
+}
 
 TEST(UnixPipe, GoesOnAfterAnInterruptedRead) {
     InstallInterruption();
@@ -808,6 +831,91 @@ TEST_F(UnixPipeThatCannotStart, LeavesARunningReaderBehind) {
 TEST_F(UnixPipeThatCannotStart, IsDeletedWhenNobodyHoldsIt) {
     EXPECT_EXIT(std::_Exit(FailToStartWithoutAnyReference()), ::testing::ExitedWithCode(3),
                 "Unable to pthread_create \\(11\\)");
+}
+
+namespace {
+
+// The reader runs out of memory between the second and the third byte of a length.
+int RunOutOfMemoryWhileReading() {
+    Link link;
+    if (!link.Start() || !link.fromClient.Send(LengthBytes(2097152).substr(0, 2))) return 4;
+    if (!WaitUntil([&] { return link.fromClient.Waiting() == 0; })) return 5;
+    rlim_t const bytes = AddressSpaceInUse() + 500000;
+    rlimit const limit{bytes, bytes};
+    setrlimit(RLIMIT_AS, &limit);
+    link.fromClient.Send(LengthBytes(2097152).substr(2));
+    return link.IsKilled() ? 3 : 6;
+}
+
+} // namespace
+
+TEST_F(UnixPipeThatCannotStart, IsKilledWhenMemoryRunsOut) {
+    EXPECT_EXIT(std::_Exit(RunOutOfMemoryWhileReading()), ::testing::ExitedWithCode(3), "");
+}
+
+// Ends of the threads
+
+TEST(UnixPipe, ItsThreadsAreGoneOnceItIsKilled) {
+    std::set<std::string> before;
+    {
+        // A sanitizer's own thread comes with the first of ours.
+        Link first;
+        ASSERT_TRUE(first.Start());
+    }
+    ASSERT_TRUE(WaitUntil([&] {
+        before = Threads();
+        return before.size() <= 2;
+    }));
+    for (bool const killedBefore : {false, true}) {
+        Link link;
+        if (killedBefore) link.pipe->Kill();
+        ASSERT_TRUE(link.Start());
+        link.pipe->Kill();
+        link.fromClient.CloseWriteEnd();
+        EXPECT_TRUE(WaitUntil([&] { return Threads() == before; })) << killedBefore;
+    }
+}
+
+TEST(UnixPipe, LoopsEndAtOnceWithoutTheirThread) {
+    Link forReading;
+    forReading.pipe->ServiceReadLoop();
+    EXPECT_TRUE(forReading.pipe->Killed());
+    Link forWriting;
+    forWriting.pipe->ServiceWriteLoop();
+    EXPECT_TRUE(forWriting.pipe->Killed());
+}
+
+TEST(UnixPipe, OutlivesItsOwnStartWhenItsThreadsEndFirst) {
+    std::signal(SIGPIPE, SIG_IGN);
+    UIMessageQueue received;
+    UIMessageQueue toSend;
+    for (int round = 0; round < 200; ++round) {
+        Channel fromClient;
+        Channel toClient;
+        fromClient.CloseWriteEnd();
+        toSend.WriteMessage(UIMessage());
+        auto* const pipe = new UnixPipe(received, toSend);
+        pipe->Start(fromClient.HandOnReadEnd(), toClient.HandOnWriteEnd());
+        ASSERT_TRUE(toClient.IsAtEnd());
+    }
+    // The queues must outlive the threads.
+    std::size_t const own = 2;
+    EXPECT_TRUE(WaitUntil([&] { return Threads().size() <= own; }));
+}
+
+TEST(UnixPipe, RestsWhileThereIsNothingToSend) {
+    Link link;
+    ASSERT_TRUE(link.Start());
+    rusage before{};
+    getrusage(RUSAGE_SELF, &before);
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    rusage after{};
+    getrusage(RUSAGE_SELF, &after);
+    auto const microseconds = [](rusage const& usage) {
+        return (usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000000 + usage.ru_utime.tv_usec +
+               usage.ru_stime.tv_usec;
+    };
+    EXPECT_LT(microseconds(after) - microseconds(before), 250000) << "an idle pipe must not spin";
 }
 
 // Messages
