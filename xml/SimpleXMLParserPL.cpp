@@ -337,14 +337,12 @@ void SimpleXMLParserPL::DeliverTag() {
         m_handler->StartElement(m_name, m_attributePointers);
 }
 
-// Empties the slot behind the completed attributes.
+// Both strings of the slot behind the completed attributes are assigned whole before anybody sees them.
 void SimpleXMLParserPL::BeginAttribute() {
     if (m_attributePool.size() <= m_attributeCount) m_attributePool.emplace_back();
     XMLAttribute& slot = m_attributePool[m_attributeCount];
     m_attributeName = &slot.first;
     m_attributeValue = &slot.second;
-    m_attributeName->clear();
-    m_attributeValue->clear();
 }
 
 // The text of the entity; it may point into m_escape.

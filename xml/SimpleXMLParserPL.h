@@ -12,8 +12,9 @@
 // - End tags are not compared with anything.
 // - Only the space is white space inside a tag. A "-" in a start tag's name is dropped, and a second one
 //   turns what follows into a comment.
-// - &lt; &gt; &amp; &quot; and &#x00; to &#xff; are known; the hexadecimal form gives one single byte. Every
-//   other entity stays in the text as it is written.
+// - &lt; &gt; &amp; &quot; are known, and hexadecimal references whose value, as strtol reads it into 32
+// signed
+//   bits, is at most 255: these give one single byte. Every other entity stays in the text as it is written.
 // - The text before an entity, the entity and the text behind it come as separate Characters calls.
 // - CDATA is passed on as it stands, but for NUL bytes, which are lost. DOCTYPE and its like are start tags.
 //
@@ -47,7 +48,7 @@ private:
         InCData
     };
 
-    // Each reads at least one byte and goes on while its state lasts.
+    // Each reads at least one byte, and may go on while its state lasts.
     void ReadText(ConstBuffer& in);
     void ReadTextEntity(ConstBuffer& in);
     void ReadTagName(ConstBuffer& in);

@@ -1,8 +1,11 @@
 #include "xml/XMLElement.h"
 
-// A frame may nest elements as deep as it is long, so nothing here follows the tree by recursion: copying and
-// destroying keep a list of the work that is left. Moving an element moves the buffer of its children and
-// does not touch them.
+#include <algorithm>
+#include <utility>
+
+// A frame may nest elements as deep as it is long, so nothing here follows the tree by recursion: copying
+// keeps a list of the work that is left, and destroying keeps it in the tree itself. Moving an element moves
+// the buffer of its children and does not touch them.
 
 namespace {
 
@@ -31,15 +34,25 @@ XMLElement& XMLElement::operator=(XMLElement const& other) {
     return *this = std::move(copy);
 }
 
+// Needs no memory, since it also runs when there is none left: of several open lists of siblings, the ones
+// that wait are kept as the children of an element of the next one, whose own children are taken out first.
 XMLElement::~XMLElement() {
-    if (children.empty()) return;
-    std::vector<std::vector<XMLElement>> pending;
-    pending.push_back(std::move(children));
+    std::vector<XMLElement> pending = std::move(children);
     while (!pending.empty()) {
-        std::vector<XMLElement> siblings = std::move(pending.back());
+        if (!pending.back().HasChildren()) {
+            pending.pop_back();
+            continue;
+        }
+        XMLElement last = std::move(pending.back());
         pending.pop_back();
-        for (XMLElement& element : siblings)
-            if (element.HasChildren()) pending.push_back(std::move(element.children));
+        while (last.HasChildren()) {
+            std::vector<XMLElement> inner = std::move(last.children);
+            if (!pending.empty()) {
+                last.children = std::move(pending);
+                std::swap(last, inner.front());
+            }
+            pending = std::move(inner);
+        }
     }
 }
 

@@ -25,6 +25,7 @@ public:
 
     // The character data; the null view when there is none. Valid until the element changes.
     UStringRef<UTF8> GetValue() const;
+    // The text must not point into this element.
     void AppendCharacters(UStringRef<UTF8> const& text);
 
     bool HasChildren() const { return !children.empty(); }

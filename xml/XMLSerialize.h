@@ -14,8 +14,7 @@
 
 // How records travel. A field is a child element of a fixed name. Writing is strict in order and always makes
 // the element; reading forgives: a field that is missing keeps what the record's constructor gave it, a child
-// that nobody asks for is ignored, and the last of several same-named children wins, so that a sender may
-// repeat a field to correct it.
+// that nobody asks for is ignored, and the last of several same-named children wins.
 //
 //   XMLSave(writer, value)            the value as content of the open element
 //   XMLSave(writer, name, value)      a whole element
@@ -109,7 +108,7 @@ void XMLLoad(XMLElement const& element, UStringRef<UTF8> const& name, std::vecto
     records.reserve(records.size() + static_cast<std::size_t>(count));
     for (XMLElement const& child : element.children) {
         if (!matches(child)) continue;
-        T record;
+        T record{};
         XMLLoad(child, record);
         records.push_back(std::move(record));
     }

@@ -44,7 +44,8 @@ public:
     void WriteString(UStringRef<UTF8> const& text);
     // The text as it stands in a CDATA section; it must not hold "]]>".
     void WriteCData(UStringRef<UTF8> const& text);
-    // Ends the innermost open element. With none open it only ends a start tag that waits for its ">".
+    // Ends the innermost open element. With none open it writes nothing, but counts as an end tag for the
+    // line break before what follows.
     void EndElement();
     // Ends all open elements, writes a line feed if wanted, and ends the receiver.
     void EndDocument(EndDocumentStyle style);

@@ -79,12 +79,22 @@ TEST(XMLElement, AppendsCharactersToItsValue) {
 TEST(XMLElement, AppendsManyPieces) {
     XMLElement element;
     std::string expected;
+    int growths = 0;
     for (int piece = 0; piece < 10000; ++piece) {
         std::string const text = std::to_string(piece);
+        std::size_t const capacity = element.value.capacity();
         element.AppendCharacters(MakeUTF8Ref(text));
         expected += text;
+        if (element.value.capacity() != capacity) ++growths;
     }
     EXPECT_EQ(MakeString(element.GetValue()), expected);
+    EXPECT_LE(growths, 20) << "the room has to double";
+}
+
+TEST(XMLElement, OneTextFitsExactly) {
+    XMLElement element;
+    element.AppendCharacters("seventeen letters"_utf8);
+    EXPECT_EQ(element.value.capacity(), 17u);
 }
 
 TEST(XMLElement, FindsTheFirstChildOfAName) {

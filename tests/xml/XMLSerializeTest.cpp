@@ -272,6 +272,7 @@ TEST(XMLSerializeVector, AppendsARecordForEachChild) {
     XMLLoad(*Parsed("<r><I><ID>1</ID></I><J><ID>5</ID></J><I><Flag>0</Flag></I><i></i></r>"), "I"_utf8,
             items);
     ASSERT_EQ(items.size(), 3u);
+    EXPECT_EQ(items.capacity(), 3u) << "room is made once, for all";
     EXPECT_EQ(items[0].id, 100ul);
     EXPECT_EQ(items[1].id, 1ul);
     EXPECT_TRUE(items[1].flag);

@@ -6,6 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <new>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <random>
 #include <string>
 
@@ -50,6 +56,55 @@ TEST(XMLTreeParser, BuildsElementsInDocumentOrder) {
     EXPECT_EQ(root->children[0].GetValue(), "y"_utf8);
     EXPECT_EQ(root->children[1].name, "e"_utf8);
     EXPECT_EQ(parser.TakeRoot(), nullptr);
+}
+
+TEST(XMLTreeParser, StartsAnewWhenItsRootIsTakenWhileElementsAreOpen) {
+    XMLTreeParser parser;
+    parser.StartElement("a"_utf8, {});
+    parser.StartElement("b"_utf8, {});
+    std::unique_ptr<XMLElement> const first = parser.TakeRoot();
+    parser.Characters("nowhere"_utf8);
+    parser.StartElement("c"_utf8, {});
+    std::unique_ptr<XMLElement> const second = parser.TakeRoot();
+    ASSERT_TRUE(first && second);
+    EXPECT_EQ(first->children.size(), 1u);
+    EXPECT_TRUE(first->children[0].GetValue().empty());
+    EXPECT_EQ(second->name, "c"_utf8);
+}
+
+namespace {
+
+// Whether parsing a large tree within so much more address space ends in a tree or in std::bad_alloc.
+bool EndsOrderlyWithin(std::string const& document, std::size_t moreBytes) {
+    pid_t const child = fork();
+    if (child == 0) {
+        std::size_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        rlim_t const bytes = pages * static_cast<std::size_t>(getpagesize()) + moreBytes;
+        rlimit const limit{bytes, bytes};
+        setrlimit(RLIMIT_AS, &limit);
+        try {
+            SimpleXML::ParseXMLToTree(MakeUTF8Ref(document));
+        } catch (std::bad_alloc const&) {
+            _exit(3);
+        }
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) && (WEXITSTATUS(status) == 0 || WEXITSTATUS(status) == 3);
+}
+
+} // namespace
+
+TEST(XMLTreeParser, WantOfMemoryIsAnExceptionAndNeverTheEnd) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "a sanitizer holds the address space";
+#endif
+    std::string document = "<a>";
+    while (document.size() < 500000) document += "<b><><></b>";
+    for (std::size_t mebibytes = 1; mebibytes <= 40; ++mebibytes)
+        EXPECT_TRUE(EndsOrderlyWithin(document, mebibytes << 20)) << mebibytes << " MiB";
 }
 
 TEST(XMLTreeParser, IgnoresWhatStandsOutsideTheRoot) {

@@ -170,7 +170,8 @@ TEST(XMLWriter, BreaksTheLineBehindAnEndTagOnly) {
     for (Layout const& layout :
          {Layout{XMLWriter::Indented, "\n<a>1\n\t<b></b>\n23\n\t<c><![CDATA[4]]></c>\n<![CDATA[5]]></a>"},
           Layout{XMLWriter::LineBreaks, "\n<a>1\n<b></b>\n23\n<c><![CDATA[4]]></c>\n<![CDATA[5]]></a>"},
-          Layout{XMLWriter::Compact, "<a>1<b></b>23<c><![CDATA[4]]></c><![CDATA[5]]></a>"}})
+          Layout{XMLWriter::Compact, "<a>1<b></b>23<c><![CDATA[4]]></c><![CDATA[5]]></a>"},
+          Layout{static_cast<Style>(7), "<a>1<b></b>23<c><![CDATA[4]]></c><![CDATA[5]]></a>"}})
         EXPECT_EQ(Written(layout.style, write), layout.text);
 }
 
@@ -272,6 +273,15 @@ TEST(XMLWriter, SendsPlainRunsInOnePiece) {
     writer.WriteString("some text\r\n\tand more & <less\0end"_utf8);
     EXPECT_EQ(receiver.calls, (std::vector<std::string>{"some text\r\n\tand more ", "&amp;", " ", "&lt;",
                                                         "less", "\\", "end"}));
+}
+
+TEST(XMLWriter, SendsNoEmptyRuns) {
+    Receiver receiver;
+    XMLWriter writer(receiver, XMLWriter::Compact);
+    writer.WriteString("<&a\x01\x01>"_utf8);
+    writer.WriteString(UStringRef<UTF8>());
+    writer.WriteString("\x01"_utf8);
+    EXPECT_EQ(receiver.calls, (std::vector<std::string>{"&lt;", "&amp;", "a", "&gt;"}));
 }
 
 TEST(XMLWriter, WritesSectionsAsTheyStand) {
