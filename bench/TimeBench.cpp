@@ -15,32 +15,32 @@
 
 namespace {
 
-constexpr std::size_t cCount = 512;
-
 // Times spread over the years 1970 to 2035.
-std::vector<Instant> Instants() {
+std::vector<Instant> Instants(std::size_t count) {
+    constexpr long long cSpan = 2051222399;
+    long long const step = cSpan / static_cast<long long>(count) * cMicrosecondsPerSecond;
     std::vector<Instant> instants;
-    for (std::size_t index = 0; index < cCount; ++index)
-        instants.push_back(Instant::FromMicroseconds(static_cast<long long>(index) * 4003957 * 1000000));
+    for (std::size_t index = 0; index < count; ++index)
+        instants.push_back(Instant::FromMicroseconds(static_cast<long long>(index) * step));
     return instants;
 }
 
-std::vector<TimeObject> Times() {
+std::vector<TimeObject> Times(std::size_t count) {
     std::vector<TimeObject> times;
-    for (Instant const instant : Instants()) times.emplace_back(instant, TimeZone());
+    for (Instant const instant : Instants(count)) times.emplace_back(instant, TimeZone());
     return times;
 }
 
-std::vector<std::string> TimeTexts() {
+std::vector<std::string> TimeTexts(std::size_t count) {
     std::vector<std::string> texts;
-    for (TimeObject const& time : Times()) texts.push_back(MakeString(TimeToText(time)));
+    for (TimeObject const& time : Times(count)) texts.push_back(MakeString(TimeToText(time)));
     return texts;
 }
 
-// From a microsecond to some days, with every combination of fields.
-std::vector<std::string> DurationTexts() {
+// From seconds to some days; any sixteen in a row have every combination of fields.
+std::vector<std::string> DurationTexts(std::size_t count) {
     std::vector<std::string> texts;
-    for (std::size_t index = 0; index < cCount; ++index) {
+    for (std::size_t index = 0; index < count; ++index) {
         auto const days = index % 2 != 0 ? std::to_string(index % 7 + 1) + "D" : "";
         auto const hours = index / 2 % 2 != 0 ? std::to_string(index % 24) + "H" : "";
         auto const minutes = index / 4 % 2 != 0 ? std::to_string(index % 60) + "M" : "";
@@ -50,24 +50,30 @@ std::vector<std::string> DurationTexts() {
     return texts;
 }
 
-std::vector<std::tm> BrokenDownTimes() {
+std::vector<std::tm> BrokenDownTimes(std::size_t count) {
     std::vector<std::tm> times;
-    for (Instant const instant : Instants()) {
+    for (Instant const instant : Instants(count)) {
         std::time_t const seconds = instant.Microseconds() / cMicrosecondsPerSecond;
         gmtime_r(&seconds, &times.emplace_back());
     }
     return times;
 }
 
-// Runs `call` over all inputs in turn, one an iteration.
+// Lists of 10, 100 and 1000 inputs.
+void Sizes(benchmark::internal::Benchmark* each) {
+    each->RangeMultiplier(10)->Range(10, 1000);
+}
+
+std::size_t Size(benchmark::State const& state) {
+    return static_cast<std::size_t>(state.range(0));
+}
+
+// Runs `call` over the whole list in each iteration.
 template <class Input, class Call>
 void OverAll(benchmark::State& state, std::vector<Input> const& inputs, Call call) {
-    std::size_t next = 0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(call(inputs[next]));
-        next = (next + 1) % inputs.size();
-    }
-    state.SetItemsProcessed(state.iterations());
+    for (auto _ : state)
+        for (Input const& input : inputs) benchmark::DoNotOptimize(call(input));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
 std::time_t ReadByStrptime(std::string const& text) {
@@ -93,18 +99,18 @@ Instant ReadTime(std::string const& text) {
 }
 
 void BM_TextToTime(benchmark::State& state) {
-    OverAll(state, TimeTexts(),
-            [](std::string const& text) { return Instant(TextToTime(MakeUTF8Ref(text))); });
+    OverAll(state, TimeTexts(Size(state)), ReadTime);
 }
-BENCHMARK(BM_TextToTime);
+BENCHMARK(BM_TextToTime)->Apply(Sizes);
 
 void BM_TextToTime_Strptime(benchmark::State& state) {
     auto const ours = [](std::string const& text) {
         return ReadTime(text).Microseconds() / cMicrosecondsPerSecond;
     };
-    if (Agree(state, TimeTexts(), ours, ReadByStrptime)) OverAll(state, TimeTexts(), ReadByStrptime);
+    auto const texts = TimeTexts(Size(state));
+    if (Agree(state, texts, ours, ReadByStrptime)) OverAll(state, texts, ReadByStrptime);
 }
-BENCHMARK(BM_TextToTime_Strptime);
+BENCHMARK(BM_TextToTime_Strptime)->Apply(Sizes);
 
 // Reads one number at a time and the designator behind it.
 long long ReadBySscanf(std::string const& text) {
@@ -157,26 +163,26 @@ long long ReadDuration(std::string const& text) {
 }
 
 void BM_XMLDurationToTimeInterval(benchmark::State& state) {
-    OverAll(state, DurationTexts(), ReadDuration);
+    OverAll(state, DurationTexts(Size(state)), ReadDuration);
 }
-BENCHMARK(BM_XMLDurationToTimeInterval);
+BENCHMARK(BM_XMLDurationToTimeInterval)->Apply(Sizes);
 
 void BM_XMLDurationToTimeInterval_Sscanf(benchmark::State& state) {
-    if (Agree(state, DurationTexts(), ReadDuration, ReadBySscanf))
-        OverAll(state, DurationTexts(), ReadBySscanf);
+    auto const texts = DurationTexts(Size(state));
+    if (Agree(state, texts, ReadDuration, ReadBySscanf)) OverAll(state, texts, ReadBySscanf);
 }
-BENCHMARK(BM_XMLDurationToTimeInterval_Sscanf);
+BENCHMARK(BM_XMLDurationToTimeInterval_Sscanf)->Apply(Sizes);
 
 void BM_XMLDurationToTimeInterval_FromChars(benchmark::State& state) {
-    if (Agree(state, DurationTexts(), ReadDuration, ReadByFromChars))
-        OverAll(state, DurationTexts(), ReadByFromChars);
+    auto const texts = DurationTexts(Size(state));
+    if (Agree(state, texts, ReadDuration, ReadByFromChars)) OverAll(state, texts, ReadByFromChars);
 }
-BENCHMARK(BM_XMLDurationToTimeInterval_FromChars);
+BENCHMARK(BM_XMLDurationToTimeInterval_FromChars)->Apply(Sizes);
 
 void BM_TimeToText(benchmark::State& state) {
-    OverAll(state, Times(), [](TimeObject const& time) { return TimeToText(time); });
+    OverAll(state, Times(Size(state)), [](TimeObject const& time) { return TimeToText(time); });
 }
-BENCHMARK(BM_TimeToText);
+BENCHMARK(BM_TimeToText)->Apply(Sizes);
 
 struct StrftimeText {
     char text[32];
@@ -194,8 +200,9 @@ void BM_TimeToText_Strftime(benchmark::State& state) {
         return MakeString(TimeToText(instant, TimeZone()));
     };
     auto const peer = [](std::tm const& time) { return std::string(WriteByStrftime(time).text); };
-    if (Agree(state, BrokenDownTimes(), ours, peer)) OverAll(state, BrokenDownTimes(), WriteByStrftime);
+    auto const times = BrokenDownTimes(Size(state));
+    if (Agree(state, times, ours, peer)) OverAll(state, times, WriteByStrftime);
 }
-BENCHMARK(BM_TimeToText_Strftime);
+BENCHMARK(BM_TimeToText_Strftime)->Apply(Sizes);
 
 } // namespace

@@ -14,7 +14,7 @@ constexpr DayTable cNames = {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursd
 
 UStringRef<UTF8> Entry(DayTable const& table, DayOfWeek day) {
     if (day > DayOfWeek::Saturday) throw InvalidDay();
-    return MakeUTF8Ref(table[static_cast<unsigned int>(day)]);
+    return TableText(table[static_cast<unsigned int>(day)]);
 }
 
 } // namespace
@@ -29,6 +29,6 @@ UStringRef<UTF8> FullNameOfDayOfWeek(DayOfWeek day) {
 
 DayOfWeek TextToDayOfWeek(UStringRef<UTF8> const& text) {
     for (unsigned int day = 0; day < cAbbreviations.size(); ++day)
-        if (text == MakeUTF8Ref(cAbbreviations[day])) return static_cast<DayOfWeek>(day);
+        if (text == TableText(cAbbreviations[day])) return static_cast<DayOfWeek>(day);
     return DayOfWeek::Sunday;
 }

@@ -48,13 +48,13 @@ unsigned int DaysIn(Month month, bool leap) {
 }
 
 UStringRef<UTF8> MonthToText(Month month) {
-    return MakeUTF8Ref(Entry(cAbbreviations, month));
+    return TableText(Entry(cAbbreviations, month));
 }
 
 UStringRef<UTF8> FullNameOfMonth(Month month) {
-    return MakeUTF8Ref(Entry(cNames, month));
+    return TableText(Entry(cNames, month));
 }
 
 UStringRef<UTF8> MonthToTwoDigits(Month month) {
-    return MakeUTF8Ref(Entry(cTwoDigits, month));
+    return TableText(Entry(cTwoDigits, month));
 }

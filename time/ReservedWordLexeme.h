@@ -1,9 +1,9 @@
 #pragma once
 
+#include "text/Data.h"
 #include "time/WordLexeme.h"
 
 #include <algorithm>
-#include <cstring>
 
 // A word of a language and what it stands for.
 template <class Action>

@@ -4,8 +4,8 @@
 
 #include <string_view>
 
-// View of a text of a constant table.
-inline UStringRef<UTF8> MakeUTF8Ref(std::string_view text) {
-    auto const* first = reinterpret_cast<unsigned char const*>(text.data());
-    return UStringRef<UTF8>(UTF8(), first, first + text.size());
+// View of an entry of a constant table of texts.
+inline UStringRef<UTF8> TableText(std::string_view entry) {
+    auto const* first = reinterpret_cast<unsigned char const*>(entry.data());
+    return UStringRef<UTF8>(UTF8(), first, first + entry.size());
 }

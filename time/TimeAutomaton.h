@@ -9,7 +9,7 @@
 // Computes a date, a time of day and a zone. Nothing is checked but what CheckDay records; the fields mean
 // something only after the operations that build them. PushNumber throws StackFull when more numbers wait
 // than a text of the time language can bring; the other operations throw NoMoreData when their operands are
-// missing.
+// missing. CheckDay throws InvalidMonth for a date whose month does not exist; the month words bring none.
 class TimeAutomaton final : public TimeRPNSemantics {
 public:
     void Reset() override;

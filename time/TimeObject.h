@@ -8,6 +8,9 @@
 // A moment in calendar fields: a date and a time of day, both local to the zone that the object holds, in
 // whole seconds. The default is the epoch in UTC. Arithmetic on a date whose month does not exist throws
 // InvalidMonth; dates that leave the range of DateRecord wrap around as it does.
+//
+// There is no date before 1 January of year 0. A move or a change of zone that leads there leaves fields that
+// name no day of the calendar, and comparisons and differences that convert between zones share that fate.
 class TimeObject {
 public:
     TimeObject() = default;
@@ -25,7 +28,8 @@ public:
     // The date and the time of day both exist.
     bool Valid() const { return m_date.Valid() && m_time.Valid(); }
 
-    // Moves the fields to another zone; the moment stays the same.
+    // Moves the fields to another zone; the moment stays the same, unless the fields would leave the
+    // calendar.
     void SetTimeZone(TimeZone zone);
 
     TimeObject& operator+=(long long seconds);

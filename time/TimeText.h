@@ -9,8 +9,8 @@
 // headers and of ISO 8601, in no way those of a locale.
 //
 // Fields are printed as they stand, also invalid ones; only a month outside 1 to 12 throws InvalidMonth.
-// Digits that find no room are cut off silently, so that a far year shortens the text. A separator or a
-// zone's sign that finds no room throws DataOverflow.
+// Digits and words (the names of days and months) that find no room are cut off silently, so that a far year
+// shortens the text. A separator or a zone's sign that finds no room throws DataOverflow.
 
 using DateText = FixedText<16>;
 using TimeOfDayText = FixedText<8>;

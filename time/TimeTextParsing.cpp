@@ -1,6 +1,6 @@
 #include "time/TimeTextParsing.h"
 
-#include "text/Numerals.h"
+#include "time/NumberFields.h"
 #include "time/TimeAutomaton.h"
 #include "time/TimeParser.h"
 
@@ -45,16 +45,6 @@ TimeZone ZoneOf(TimeAutomaton const& automaton) {
 
 TimeZone ZoneOf(TimeAutomaton const& automaton, TimeZone otherwise) {
     return automaton.HasZone() ? automaton.Zone() : otherwise;
-}
-
-// The number at an offset of the text; 0 when the text ends before it.
-unsigned int Field(ConstData text, std::size_t offset, std::size_t digits) {
-    if (offset + digits > text.Size()) return 0;
-    return ReadAsciiDecimalNumeral(ConstData(text.begin() + offset, text.begin() + offset + digits));
-}
-
-std::uint8_t TwoDigitField(ConstData text, std::size_t offset) {
-    return static_cast<std::uint8_t>(Field(text, offset, 2));
 }
 
 } // namespace
@@ -106,9 +96,9 @@ TimeObject Text_YYYYMMDDhhmm_ToTimeObject(UStringRef<UTF8> const& text, TimeZone
     ConstData const data(text);
     std::size_t const size = data.Size();
     if (size != 8 && size != 10 && size != 12 && size != 14) throw InvalidTime();
-    DateRecord const date = {TwoDigitField(data, 6), static_cast<Month>(Field(data, 4, 2)),
-                             Field(data, 0, 4)};
-    TimeOfDay const time = {TwoDigitField(data, 8), TwoDigitField(data, 10), TwoDigitField(data, 12)};
+    DateRecord const date = {TwoDigitsAt(data, 6), static_cast<Month>(NumberAt(data, 4, 2)),
+                             NumberAt(data, 0, 4)};
+    TimeOfDay const time = {TwoDigitsAt(data, 8), TwoDigitsAt(data, 10), TwoDigitsAt(data, 12)};
     CheckDate(date);
     CheckTimeOfDay(time);
     return TimeObject(date, time, zone);

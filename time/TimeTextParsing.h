@@ -19,7 +19,9 @@
 
 // The time in the zone that the text names; throws NoTimeZone when it names none.
 TimeObject TextToTime(UStringRef<UTF8> const& text);
-// The time in `zone`. A text with a zone is converted; one without is taken to be local to `zone`.
+// The time in `zone`. A text with a zone is converted; one without is taken to be local to `zone`. A
+// conversion that leads before year 0 ("01 Jan 0000 00:00 +9999" to UTC) gives a date that means nothing and
+// need not be valid; it is not refused.
 TimeObject TextToTime(UStringRef<UTF8> const& text, TimeZone zone);
 
 // "Sun, 02 Jan 2011", "2 jan 11" (1911).

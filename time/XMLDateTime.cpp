@@ -2,6 +2,7 @@
 
 #include "foundation/Exceptions.h"
 #include "text/Numerals.h"
+#include "time/NumberFields.h"
 #include "time/TimeText.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@
 namespace {
 
 constexpr std::size_t cSizeWithoutTail = 19;
-// A longer fraction would not fit the precision anyway.
+// The seventh digit is below a microsecond already; what stands behind it is stepped over unread.
 constexpr std::size_t cMostFractionDigits = 7;
 // How far the end of a fraction is looked for.
 constexpr std::size_t cMostFractionBytes = 255;
@@ -21,20 +22,12 @@ ConstData From(ConstData data, std::size_t offset) {
     return ConstData(data.begin() + offset, data.end());
 }
 
-unsigned int Field(ConstData text, std::size_t offset, std::size_t digits) {
-    return ReadAsciiDecimalNumeral(ConstData(text.begin() + offset, text.begin() + offset + digits));
-}
-
-std::uint8_t TwoDigitField(ConstData text, std::size_t offset) {
-    return static_cast<std::uint8_t>(Field(text, offset, 2));
-}
-
 // The moment of the fields in front of the tail, as if they were UTC.
 long long ReadFields(ConstData text) {
-    unsigned int const year = Field(text, 0, 4);
-    auto const month = static_cast<Month>(Field(text, 5, 2));
-    DateRecord const date = {TwoDigitField(text, 8), month, year};
-    TimeOfDay const time = {TwoDigitField(text, 11), TwoDigitField(text, 14), TwoDigitField(text, 17)};
+    unsigned int const year = NumberAt(text, 0, 4);
+    auto const month = static_cast<Month>(NumberAt(text, 5, 2));
+    DateRecord const date = {TwoDigitsAt(text, 8), month, year};
+    TimeOfDay const time = {TwoDigitsAt(text, 11), TwoDigitsAt(text, 14), TwoDigitsAt(text, 17)};
     if (!IsValid(month)) throw InvalidDateTimeString();
     return Instant(TimeObject(date, time, TimeZone())).Microseconds();
 }
@@ -53,7 +46,7 @@ long long TakeFraction(ConstData& tail) {
     std::size_t const size = SizeOfFraction(tail);
     if (size == 0) return 0;
     std::size_t const digits = std::min(size, cMostFractionDigits);
-    double quotient = Field(tail, 0, digits);
+    double quotient = NumberAt(tail, 0, digits);
     for (std::size_t digit = 0; digit < digits; ++digit) quotient /= 10.0;
     tail = From(tail, size);
     return static_cast<long long>(quotient * 1000000.0);
@@ -69,7 +62,7 @@ long long ReadOffset(ConstData tail) {
     bool const hasSign = tail.Contains('+') || tail.Contains('-');
     if (!hasSign || tail.Size() != cZoneSize) return TimeZone::Local().Microseconds();
     long long const offset =
-        Field(tail, 1, 2) * cMicrosecondsPerHour + Field(tail, 4, 2) * cMicrosecondsPerMinute;
+        NumberAt(tail, 1, 2) * cMicrosecondsPerHour + NumberAt(tail, 4, 2) * cMicrosecondsPerMinute;
     return tail.StartsWith("-"_data) ? -offset : offset;
 }
 

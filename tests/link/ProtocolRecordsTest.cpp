@@ -86,6 +86,17 @@ TEST(ActionRequestXML, AbsentDeadlineIsNullAndAnEmptyOneIsABadTime) {
     EXPECT_THROW(ReadRecord<ActionRequest>("<a><Deadline></Deadline></a>"), ParsingFailure);
 }
 
+TEST(ActionRequestXML, ADeadlineThatMeansNoMomentThrows) {
+    auto const read = [](std::string const& deadline) {
+        ReadRecord<ActionRequest>("<a><Deadline>" + deadline + "</Deadline></a>");
+    };
+    EXPECT_THROW(read("31 Feb 2011 08:05 GMT"), NoSuchDate);
+    EXPECT_THROW(read("02 Jan 2011 25:00 GMT"), NoSuchTimeOfDay);
+    EXPECT_THROW(read("Mon, 02 Jan 2011 08:05 GMT"), WrongDayOfWeek);
+    EXPECT_THROW(read("02 Jan 2011 08:05"), NoTimeZone);
+    EXPECT_NO_THROW(read("02 Jan 2011 08:05 GMT"));
+}
+
 TEST(ActionRequestXML, PresentEmptyTextIsNotNull) {
     auto const request = ReadRecord<ActionRequest>("<a><PreActionMessage></PreActionMessage></a>");
     ASSERT_FALSE(request.preActionMessage.IsNull());
@@ -122,6 +133,9 @@ TEST(MessageRequest, DefaultsStayWithoutFields) {
 TEST(MessageRequest, BadTimeoutThrows) {
     EXPECT_THROW(ReadRecord<MessageRequest>("<m><Timeout></Timeout></m>"), ExceptionPL);
     EXPECT_THROW(ReadRecord<MessageRequest>("<m><Timeout>90</Timeout></m>"), ExceptionPL);
+    EXPECT_THROW(ReadRecord<MessageRequest>("<m><Timeout>P1Y</Timeout></m>"), ExceptionPL);
+    EXPECT_THROW(ReadRecord<MessageRequest>("<m><Timeout>\nPT1S</Timeout></m>"), ExceptionPL);
+    EXPECT_THROW(ReadRecord<MessageRequest>("<m><Timeout>PT1S\n</Timeout></m>"), ExceptionPL);
 }
 
 TEST(RemoveRequest, ReadsItsFourTypes) {

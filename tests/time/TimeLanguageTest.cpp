@@ -31,6 +31,32 @@ private:
     std::ostringstream m_log;
 };
 
+// A language in which a whole sentence, "b", can also begin a part of a longer one, "abc".
+struct NestedLanguage {
+    enum PartOfSpeech : std::int32_t { A, B, C, Inner, End };
+    static constexpr std::size_t cPartsOfSpeech = 5;
+    static constexpr PartOfSpeech cEndOfSentence = End;
+};
+
+struct NoSemantics {};
+
+constexpr Grammar<NestedLanguage, NoSemantics> cNestedGrammar = {
+    {{NestedLanguage::B}, NestedLanguage::End},
+    {{NestedLanguage::B, NestedLanguage::C}, NestedLanguage::Inner},
+    {{NestedLanguage::A, NestedLanguage::Inner}, NestedLanguage::End}};
+
+std::string NestedOutcome(std::vector<NestedLanguage::PartOfSpeech> const& symbols) {
+    NoSemantics semantics;
+    Parser<NestedLanguage, NoSemantics> parser(cNestedGrammar, semantics);
+    return Outcome([&] {
+        for (auto const symbol : symbols) {
+            parser.Append(symbol);
+            parser.Shift();
+        }
+        parser.End();
+    });
+}
+
 enum class Ending { Failed, Incomplete, Accepted };
 
 Ending Read(TimeLanguage::TimeGrammar const& grammar, std::string const& text) {
@@ -100,6 +126,36 @@ std::vector<std::string> const cZones = {"", "gmt", "a", "+ 2222", "- 2222"};
 
 } // namespace
 
+// The numbers are those of the reserved words and of the productions alike, and 17 is none.
+static_assert(TimeLanguage::DayOfWeekWord == 0);
+static_assert(TimeLanguage::MonthWord == 1);
+static_assert(TimeLanguage::OneDigit == 2);
+static_assert(TimeLanguage::TwoDigits == 3);
+static_assert(TimeLanguage::ThreeDigits == 4);
+static_assert(TimeLanguage::FourDigits == 5);
+static_assert(TimeLanguage::NamedZoneWord == 6);
+static_assert(TimeLanguage::MilitaryZoneWord == 7);
+static_assert(TimeLanguage::Comma == 8);
+static_assert(TimeLanguage::Colon == 9);
+static_assert(TimeLanguage::Plus == 10);
+static_assert(TimeLanguage::Minus == 11);
+static_assert(TimeLanguage::HourAndMinute == 12);
+static_assert(TimeLanguage::Time == 13);
+static_assert(TimeLanguage::MonthAndYear == 14);
+static_assert(TimeLanguage::DayMonthAndYear == 15);
+static_assert(TimeLanguage::Date == 16);
+static_assert(TimeLanguage::End == 18);
+
+TEST(Parser, ASentenceInsideAnotherSequenceIsNone) {
+    using enum NestedLanguage::PartOfSpeech;
+    EXPECT_EQ(NestedOutcome({B}), "value");
+    EXPECT_EQ(NestedOutcome({A, B, C}), "value");
+    EXPECT_EQ(NestedOutcome({A, B}), "14ParsingFailure");
+    EXPECT_EQ(NestedOutcome({A}), "14ParsingFailure");
+    EXPECT_EQ(NestedOutcome({B, C}), "14ParsingFailure");
+    EXPECT_EQ(NestedOutcome({}), "14ParsingFailure");
+}
+
 TEST(TimeLanguage, TheGrammarTakesExactlyItsSentences) {
     Sentences const expected = Combined({cDays, cDayNumbers, cMonths, cYears, {"02"}, cMinutes, cZones});
     EXPECT_EQ(expected.size(), 120U);
@@ -147,6 +203,21 @@ TEST(TimeLanguage, RunsTheActionsInTheOrderOfTheText) {
          "Reset 8 5 9 BuildTimeWithSeconds 100 MakePositiveZone"},
     };
     for (auto const& expected : cases) EXPECT_EQ(Actions(expected.grammar, expected.text), expected.actions);
+}
+
+TEST(TimeParser, ReadsAgainWhenItIsResetAfterASentence) {
+    RecordingSemantics semantics;
+    TimeParser parser(TimeLanguage::TimeOfDayGrammar, semantics);
+    TimeLexer lexer(parser);
+    lexer.Start();
+    lexer.Receive("8:05"_data);
+    lexer.ReceiveEnd();
+    EXPECT_THROW(parser.AcceptTwoDigits(10), ParsingFailure);
+    parser.Reset();
+    lexer.Start();
+    lexer.Receive("9:06:10"_data);
+    lexer.ReceiveEnd();
+    EXPECT_EQ(semantics.Log(), "Reset 9 6 10 BuildTimeWithSeconds");
 }
 
 TEST(TimeParser, ReadsAgainAfterAReset) {

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <utility>
 
 namespace {
 
@@ -208,6 +209,17 @@ TEST(TextToTime, ChecksDateThenTimeThenDayOfWeekThenZone) {
     EXPECT_EQ(TimeOutcome("Sun, 02 Jan 2011 08:05"), cNoTimeZone);
 }
 
+TEST(TextToTime, IntoAGivenZoneTellsEachFailureApart) {
+    std::pair<char const*, char const*> const cases[] = {
+        {"31 Feb 2011 08:05 GMT", cNoSuchDate},          {"31 Feb 2011 08:05", cNoSuchDate},
+        {"02 Jan 2011 25:00 GMT", cNoSuchTimeOfDay},     {"02 Jan 2011 24:00", cNoSuchTimeOfDay},
+        {"Mon, 02 Jan 2011 08:05 GMT", cWrongDayOfWeek}, {"Mon, 02 Jan 2011 08:05", cWrongDayOfWeek},
+        {"Mon, 31 Feb 2011 25:00", cNoSuchDate},         {"Mon, 02 Jan 2011 25:00", cNoSuchTimeOfDay},
+        {"02 Jan 2011 8:05 GMT", cParsingFailure},       {"Sun, 02 Jan 2011 08:05", "value"}};
+    for (auto const& [text, outcome] : cases)
+        EXPECT_EQ(Outcome([&text = text] { TextToTime(MakeUTF8Ref(text), cBerlin); }), outcome) << text;
+}
+
 TEST(TextToTime, EveryTruncationFailsOrHasNoZone) {
     std::string const text = "Sun, 02 Jan 2011 08:05:09 +0530";
     for (std::size_t size = 0; size < text.size(); ++size) {
@@ -367,6 +379,16 @@ TEST(TextToZonedTimeOfDay, TellsEachFailureApart) {
         EXPECT_EQ(Outcome([&text = text] { TextToZonedTimeOfDay(MakeUTF8Ref(text)); }), outcome) << text;
 }
 
+TEST(TextToZonedTimeOfDay, IntoAGivenZoneTellsEachFailureApart) {
+    std::pair<char const*, char const*> const cases[] = {{"24:00", cNoSuchTimeOfDay},
+                                                         {"24:00 GMT", cNoSuchTimeOfDay},
+                                                         {"8:60 GMT", cNoSuchTimeOfDay},
+                                                         {"8:05 +05", cParsingFailure}};
+    for (auto const& [text, outcome] : cases)
+        EXPECT_EQ(Outcome([&text = text] { TextToZonedTimeOfDay(MakeUTF8Ref(text), cBerlin); }), outcome)
+            << text;
+}
+
 TEST(Text_YYYYMMDDhhmm_ToTimeObject, ReadsEachLength) {
     DateRecord const date = {2, Month::January, 2011};
     ExpectFields(Text_YYYYMMDDhhmm_ToTimeObject("20110102"_utf8, cBerlin), date, {0, 0, 0}, 3600);
@@ -389,15 +411,11 @@ TEST(Text_YYYYMMDDhhmm_ToTimeObject, TellsEachFailureApart) {
     struct {
         char const* text;
         char const* outcome;
-    } const cases[] = {{"20110231", cNoSuchDate},
-                       {"20111301", cNoSuchDate},
-                       {"20110001", cNoSuchDate},
-                       {"20110100", cNoSuchDate},
-                       {"2011010224", cNoSuchTimeOfDay},
-                       {"201101020860", cNoSuchTimeOfDay},
-                       {"20110102080560", cNoSuchTimeOfDay},
-                       {"2011-1-2", "11NotANumeral"},
-                       {"2011010 ", "11NotANumeral"},
+    } const cases[] = {{"20110231", cNoSuchDate},          {"20111301", cNoSuchDate},
+                       {"20110001", cNoSuchDate},          {"20110100", cNoSuchDate},
+                       {"2011023125", cNoSuchDate},        {"2011010224", cNoSuchTimeOfDay},
+                       {"201101020860", cNoSuchTimeOfDay}, {"20110102080560", cNoSuchTimeOfDay},
+                       {"2011-1-2", "11NotANumeral"},      {"2011010 ", "11NotANumeral"},
                        {"20110102080x", "11NotANumeral"}};
     for (auto const& [text, outcome] : cases)
         EXPECT_EQ(Outcome([&text = text] { Text_YYYYMMDDhhmm_ToTimeObject(MakeUTF8Ref(text), TimeZone()); }),

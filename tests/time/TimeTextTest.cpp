@@ -87,6 +87,10 @@ TEST(TimeText, ThrowsWhenASeparatorFindsNoRoom) {
     EXPECT_THROW(Inserted(cTime, 5), DataOverflow);
     EXPECT_THROW(Inserted(TimeZone(), 0), DataOverflow);
     EXPECT_THROW(Inserted(cDate, 3), DataOverflow);
+    // The blank in front of the year.
+    EXPECT_THROW(Inserted(cDate, 11), DataOverflow);
+    // The second hyphen.
+    EXPECT_THROW(DateToISO8601Text({2, Month::January, 1234567}), DataOverflow);
 }
 
 TEST(TimeText, FieldsAreNotChecked) {

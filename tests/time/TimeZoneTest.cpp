@@ -5,7 +5,27 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <ctime>
 #include <limits>
+#include <string>
+
+namespace {
+
+// Greenwich with an hour of daylight saving, which has begun this second and ends in an hour.
+std::string ZoneWithDaylightSavingSinceNow() {
+    std::time_t const now = std::time(nullptr);
+    std::tm fields = {};
+    gmtime_r(&now, &fields);
+    char zone[64];
+    // Both times are given in the time that is in force before them.
+    std::snprintf(zone, sizeof(zone), "AAA0BBB-1,%d/%02d:%02d:%02d,%d/%02d:%02d:%02d", fields.tm_yday,
+                  fields.tm_hour, fields.tm_min, fields.tm_sec, fields.tm_yday, fields.tm_hour + 2,
+                  fields.tm_min, fields.tm_sec);
+    return zone;
+}
+
+} // namespace
 
 TEST(TimeZone, IsUTCByDefault) {
     EXPECT_EQ(TimeZone().Seconds(), 0);
@@ -37,6 +57,12 @@ TEST(TimeZone, LocalIsTheProcessesOffset) {
         LocalZone const utc("UTC0");
         EXPECT_EQ(TimeZone::Local(), TimeZone());
     }
+}
+
+TEST(TimeZone, LocalIsTheOffsetInForceNowAndNotAtTheEpoch) {
+    std::string const zone = ZoneWithDaylightSavingSinceNow();
+    LocalZone const summer(zone.c_str());
+    EXPECT_EQ(TimeZone::Local(), TimeZone::FromSeconds(3600)) << zone;
 }
 
 TEST(TimeZone, LocalTakesDaylightSavingThatIsInForce) {

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -65,6 +66,21 @@ TEST(XMLDateTimeInAnotherZone, FollowsTheProcess) {
     EXPECT_EQ(Reading("2011-01-02T08:05:09"), cMoment + 8 * cHour);
 }
 
+TEST(XMLDateTimeInAnotherZone, TakesTheOffsetInForceNowForEveryDate) {
+    // Whichever half of the year it is now, one of the dates lies in the other.
+    LocalZone const berlin("CCC-1DDD,M3.5.0,M10.5.0/3");
+    long long const offset = TimeZone::Local().Microseconds();
+    ASSERT_TRUE(offset == cHour || offset == 2 * cHour);
+    std::string const zone = offset == cHour ? "+01:00" : "+02:00";
+    // The same fields in UTC.
+    std::pair<std::string, long long> const cases[] = {{"2011-01-02T08:05:09", cMoment},
+                                                       {"2011-07-02T08:05:09", 1309593909000000}};
+    for (auto const& [text, inUTC] : cases) {
+        EXPECT_EQ(Reading(text), inUTC - offset) << text;
+        EXPECT_EQ(MakeString(InstantToXMLDateTime(Instant::FromMicroseconds(inUTC - offset))), text + zone);
+    }
+}
+
 TEST_F(XMLDateTime, AnySignInATailOfSixBytesMakesItAZone) {
     // Only a minus in front turns it around.
     EXPECT_EQ(Reading("2011-01-02T08:05:09x01-30"), cMoment - cHour * 3 / 2);
@@ -81,15 +97,40 @@ TEST_F(XMLDateTime, FractionsCountToTheirSeventhDigit) {
     struct {
         char const* fraction;
         long long microseconds;
-    } const cases[] = {{".5", 500000},       {".0", 0},       {".12345678", 123456},  {".1234567", 123456},
-                       {".000000", 0},       {".25", 250000}, {".75", 750000},        {".125", 125000},
-                       {".9999999", 999999}, {".", 0},        {".5000000000", 500000}};
+    } const cases[] = {
+        {".5", 500000},
+        {".0", 0},
+        {".12345678", 123456},
+        {".1234567", 123456},
+        {".000000", 0},
+        {".25", 250000},
+        {".75", 750000},
+        {".125", 125000},
+        {".9999999", 999999},
+        {".", 0},
+        {".5000000000", 500000},
+        {".29", 290000},
+        {".57", 570000},
+        // The quotient of these lies just under the decimal fraction.
+        {".17", 169999},
+        {".23", 229999},
+        {".33", 329999},
+        {".34", 339999},
+        {".46", 459999},
+    };
     for (auto const& expected : cases) {
         std::string const text = std::string("2011-01-02T08:05:09") + expected.fraction;
         EXPECT_EQ(Reading(text + "Z"), cMoment + expected.microseconds) << text;
         EXPECT_EQ(Reading(text + "+01:00"), cMoment + expected.microseconds - cHour) << text;
         EXPECT_EQ(Reading(text), cMoment + expected.microseconds - cLocalOffset) << text;
     }
+}
+
+TEST_F(XMLDateTime, OnlyAPointBeginsAFraction) {
+    EXPECT_EQ(Reading("2011-01-02T08:05:09,5Z"), cMoment);
+    EXPECT_EQ(Reading("2011-01-02T08:05:095Z"), cMoment);
+    // The comma and its digit make the zone one of eight bytes, which is none.
+    EXPECT_EQ(Reading("2011-01-02T08:05:09,5+01:00"), cMoment - cLocalOffset);
 }
 
 TEST_F(XMLDateTime, BytesBehindTheSeventhDigitAreSteppedOver) {
