@@ -14,8 +14,9 @@ public:
 
     AutoUString() = default;
     explicit AutoUString(UStringRef<E> const& view) : EditableUString<E>(view) {}
-    AutoUString(E encoding, Unit const* begin, Unit const* end)
-        : EditableUString<E>(UStringRef<E>(encoding, begin, end)) {}
+    // A copy of what lies between two pointers. Numbers, a literal 0 too, choose the constructor below.
+    template <std::convertible_to<Unit const*> Begin, std::convertible_to<Unit const*> End>
+    AutoUString(E encoding, Begin begin, End end) : EditableUString<E>(UStringRef<E>(encoding, begin, end)) {}
     // Storage for `size` units that are not initialised.
     AutoUString(E encoding, std::size_t size, std::size_t capacity)
         : EditableUString<E>(encoding, size, capacity) {}

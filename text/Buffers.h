@@ -44,9 +44,9 @@ private:
     unsigned char* m_end = nullptr;
 };
 
-// Copies what fits and consumes it from `source`.
+// Copies what fits and consumes it from `source`. The source must not overlap the room.
 Buffer& operator<<(Buffer& target, ConstBuffer& source);
-// Copies what fits; the rest is cut off without a word.
+// Copies what fits; the rest is cut off without a word. The source must not overlap the room.
 Buffer& operator<<(Buffer& target, ConstData source);
 // Writes one byte; throws DataOverflow when the buffer is full.
 Buffer& operator<<(Buffer& target, unsigned char byte);

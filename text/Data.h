@@ -88,7 +88,8 @@ public:
     // An empty separator gives everything as one piece. The pieces point into this range.
     std::vector<ConstData> Split(ConstData separator, bool trim, bool keepEmpty) const;
 
-    // Copies as many bytes as both hold to the front of `target`; returns what is left of this range.
+    // Copies as many bytes as both hold to the front of `target`; returns what is left of this range. The two
+    // must not overlap.
     ConstData operator>>(Data target) const;
 };
 

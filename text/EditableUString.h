@@ -3,6 +3,7 @@
 #include "text/UStringBody.h"
 
 #include <algorithm>
+#include <concepts>
 #include <cstring>
 
 // What AutoUString and CopiedUString have in common: exactly one body, and the editing of its text. Views and
@@ -49,8 +50,12 @@ public:
     }
 
     // Removes the units between two pointers into the text and returns `first`. On an empty text nothing is
-    // looked at. Throws std::out_of_range for a pointer outside the text or for first > last.
-    Unit* erase(Unit* first, Unit* last);
+    // looked at. Throws std::out_of_range for a pointer outside the text or for first > last. Numbers, a
+    // literal 0 too, choose the form below.
+    template <std::convertible_to<Unit*> First, std::convertible_to<Unit*> Last>
+    Unit* erase(First first, Last last) {
+        return EraseBetween(first, last);
+    }
 
     // Removes `count` units from `offset` on, limited to the end; cAllOnes means to the end. On an empty
     // text nothing is looked at. Throws std::out_of_range for an offset behind the size; the size itself is
@@ -63,7 +68,7 @@ public:
 
 protected:
     EditableUString() = default;
-    explicit EditableUString(UStringRef<E> const& view) { Assign(view); }
+    explicit EditableUString(UStringRef<E> const& view) : m_body(view) {}
     EditableUString(E encoding, std::size_t size, std::size_t capacity) {
         m_body.Reset(encoding, size, capacity);
     }
@@ -83,6 +88,8 @@ protected:
     void Assign(UStringRef<E> const& view);
 
 private:
+    Unit* EraseBetween(Unit* first, Unit* last);
+
     UStringBody<E> m_body;
 };
 
@@ -99,14 +106,12 @@ void EditableUString<E>::Append(UStringRef<E> const& view) {
 
 template <class E>
 void EditableUString<E>::Assign(UStringRef<E> const& view) {
-    UStringBody<E> copy;
-    copy.Reset(view.Encoding(), 0, view.SizeInUnits());
-    copy.AppendInPlace(view);
+    UStringBody<E> copy(view);
     m_body.Seize(copy);
 }
 
 template <class E>
-typename E::Unit* EditableUString<E>::erase(Unit* first, Unit* last) {
+typename E::Unit* EditableUString<E>::EraseBetween(Unit* first, Unit* last) {
     if (empty()) return first;
     std::less<Unit const*> const before;
     if (before(first, begin()) || before(end(), first)) throw std::out_of_range("erase start pointer error");
@@ -127,7 +132,7 @@ void EditableUString<E>::erase(std::size_t offset, std::size_t count) {
     if (empty()) return;
     std::size_t const size = SizeInUnits();
     if (offset > size) throw std::out_of_range("erase first range error");
-    erase(begin() + offset, begin() + offset + std::min(count, size - offset));
+    EraseBetween(begin() + offset, begin() + offset + std::min(count, size - offset));
 }
 
 template <class E>

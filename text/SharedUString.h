@@ -9,24 +9,16 @@ template <class E>
 class SharedUStringBody {
 protected:
     SharedUStringBody() = default;
+    explicit SharedUStringBody(UStringRef<E> const& view) : m_body(view) {}
     SharedUStringBody(SharedUStringBody const& other) { ShareFrom(other); }
     SharedUStringBody(SharedUStringBody&& other) noexcept { TakeFrom(other); }
-    // The body frees its buffer by itself, unless the buffer is marked.
-    ~SharedUStringBody() {
-        if (!m_link.Leave())
-            m_body.Forget();
-        else if (m_body.IsShared())
-            m_body.SetShared(false);
-    }
+    // The body frees by itself what it was left.
+    ~SharedUStringBody() { LeaveHolders(); }
 
     // Frees the text if no other holder is left, forgets it otherwise. Empty and alone afterwards.
     void DisposeOrUnlink() noexcept {
-        if (m_link.Leave()) {
-            m_body.SetShared(false);
-            m_body.Dispose();
-        } else {
-            m_body.Forget();
-        }
+        LeaveHolders();
+        m_body.Dispose();
     }
 
     // Joins the holders of `other`. This body must be empty and alone.
@@ -51,12 +43,24 @@ protected:
 
     UStringBody<E> m_body;
     SharingLink m_link;
+
+private:
+    // Afterwards the body holds nothing but what is this object's alone to free. A lone text costs no write.
+    void LeaveHolders() noexcept {
+        if (!m_link.Leave())
+            m_body.Forget();
+        else if (m_body.IsShared())
+            m_body.SetShared(false);
+    }
 };
 
 // Owning string whose copies share one heap buffer. Copying marks the source too, although it is const; two
-// threads may each use a copy of their own.
+// threads may each use a copy of their own. It exists for UTF8, UTF16 and UTF32.
 template <class E>
 class SharedUString : private SharedUStringBody<E> {
+    static_assert(std::same_as<E, UTF8> || std::same_as<E, UTF16> || std::same_as<E, UTF32>,
+                  "SharedUString exists for UTF8, UTF16 and UTF32");
+
 public:
     using TextEncoding = E;
     using Unit = typename E::Unit;
@@ -65,10 +69,7 @@ public:
     using value_type = Unit;
 
     SharedUString() = default;
-    SharedUString(UStringRef<E> const& view) {
-        this->m_body.Reset(view.Encoding(), 0, view.SizeInUnits());
-        this->m_body.AppendInPlace(view);
-    }
+    SharedUString(UStringRef<E> const& view) : SharedUStringBody<E>(view) {}
     // Takes the text of `text`, which is left empty.
     SharedUString(AutoUString<E>& text) noexcept { this->m_body.Seize(text.Get()); }
     SharedUString(AutoUString<E>&& text) noexcept { this->m_body.Seize(text.Get()); }
@@ -117,7 +118,7 @@ public:
 
     // Assigns a copy of the view. The copy is complete before the old text is given up.
     void RefToBody(UStringRef<E> const& view) {
-        UStringBody<E> copy = Copied(view);
+        UStringBody<E> copy(view);
         this->DisposeOrUnlink();
         this->m_body.Seize(copy);
     }
@@ -134,14 +135,6 @@ public:
         return *this;
     }
     SharedUString& operator+=(Unit unit) { return *this += UStringRef<E>(Encoding(), &unit, &unit + 1); }
-
-private:
-    static UStringBody<E> Copied(UStringRef<E> const& view) {
-        UStringBody<E> copy;
-        copy.Reset(view.Encoding(), 0, view.SizeInUnits());
-        copy.AppendInPlace(view);
-        return copy;
-    }
 };
 
 extern template class SharedUString<UTF8>;

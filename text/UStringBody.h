@@ -22,6 +22,11 @@ public:
 
     UStringBody() noexcept : UStringBody(E()) {}
     explicit UStringBody(E encoding) noexcept : m_encoding(encoding) {}
+    // A copy of the view, in a capacity of the greater of 64 and its size.
+    explicit UStringBody(UStringRef<E> const& view) : UStringBody(view.Encoding()) {
+        Reset(view.Encoding(), 0, view.SizeInUnits());
+        AppendInPlace(view);
+    }
     UStringBody(UStringBody&& other) noexcept { Seize(other); }
     UStringBody& operator=(UStringBody&& other) noexcept {
         Seize(other);

@@ -6,6 +6,37 @@
 #include <concepts>
 #include <cstring>
 #include <type_traits>
+#include <vector>
+
+namespace UStringDetail {
+
+// Where `pattern`, which must not be empty, first begins in `text`; text.end() when it does not. The search
+// never steps back in the text: after a mismatch it goes on with the longest beginning of the pattern that
+// ends here, so that it takes linear time whatever the texts are. A search over the bytes would stop at
+// matches that begin within a unit, and looking on behind each of them would not be linear.
+template <class Unit>
+Unit const* FindUnits(ConstArrayOf<Unit> text, ConstArrayOf<Unit> pattern) {
+    if (pattern.Size() > text.Size()) return text.end();
+    // At each unit of the pattern: how many units up to it are the pattern's beginning once more.
+    std::vector<std::size_t> repeated(pattern.Size());
+    std::size_t matched = 0;
+    auto const take = [&](Unit unit) {
+        while (matched != 0 && unit != pattern[matched]) matched = repeated[matched - 1];
+        if (unit == pattern[matched]) ++matched;
+    };
+    for (std::size_t i = 1; i < pattern.Size(); ++i) {
+        take(pattern[i]);
+        repeated[i] = matched;
+    }
+    matched = 0;
+    for (Unit const* unit = text.begin(); unit != text.end(); ++unit) {
+        take(*unit);
+        if (matched == pattern.Size()) return unit + 1 - matched;
+    }
+    return text.end();
+}
+
+} // namespace UStringDetail
 
 // Non-owning view of a text of encoding `E`: two pointers, and the tag where the tag holds data. It is valid
 // as long as the text that it points into neither changes nor moves. A default-made view is null; it equals
@@ -43,15 +74,16 @@ public:
     // An empty pattern is contained in nothing.
     bool Contains(UStringRef pattern) const { return Position(pattern) != end(); }
 
-    // First place where `pattern` begins; end() when there is none or when either text is empty.
+    // First place where `pattern` begins; end() when there is none or when either text is empty. Takes linear
+    // time whatever the texts are; with units wider than a byte also memory for each unit of the pattern, for
+    // want of which it throws std::bad_alloc.
     Unit const* Position(UStringRef pattern) const {
         if (empty() || pattern.empty()) return end();
         if constexpr (sizeof(Unit) == 1) {
-            // Linear whatever the texts are, which std::search is not.
             void const* const found = memmem(begin(), SizeInUnits(), pattern.begin(), pattern.SizeInUnits());
             return found ? static_cast<Unit const*>(found) : end();
         } else {
-            return std::search(begin(), end(), pattern.begin(), pattern.end());
+            return UStringDetail::FindUnits(Range(*this), Range(pattern));
         }
     }
 
@@ -118,6 +150,20 @@ bool operator<(A const& a, B const& b) {
     using Ref = UStringRef<typename A::TextEncoding>;
     return UStringDetail::Less(Ref(a), Ref(b));
 }
+
+// Two texts of different encodings.
+template <class A, class B>
+concept OtherEncodingUTexts =
+    UText<A> && UText<B> && !std::same_as<typename A::TextEncoding, typename B::TextEncoding>;
+
+// The same bytes mean different texts in different encodings, so such texts cannot be compared, neither as
+// texts nor as the plain bytes that some of them convert to.
+template <class A, class B>
+requires OtherEncodingUTexts<A, B>
+bool operator==(A const& a, B const& b) = delete;
+template <class A, class B>
+requires OtherEncodingUTexts<A, B>
+bool operator<(A const& a, B const& b) = delete;
 
 // View of bytes taken as UTF-8, without any check.
 inline UStringRef<UTF8> MakeUTF8Ref(ConstArrayOf<unsigned char> bytes) {

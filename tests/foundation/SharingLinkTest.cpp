@@ -1,15 +1,22 @@
 #include "foundation/SharingLink.h"
 
+#include "text/SharedUString.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <memory>
 #include <optional>
+#include <string>
 #include <thread>
 #include <type_traits>
 #include <vector>
 
 namespace {
+
+using Text = SharedUString<UTF8>;
+
+std::string const cLong(100, 'l');
 
 // Counts its destructions.
 class Witness {
@@ -211,5 +218,38 @@ TEST(SharingPtr, IsDeletedOnceWhenTwoThreadsLetGoAtOnce) {
         drop(first);
         other.join();
         ASSERT_EQ(destroyed, 1);
+    }
+}
+
+TEST(SharedUString, TwoThreadsMayEachDropOneOfTwoSharers) {
+    for (int round = 0; round < 300; ++round) {
+        std::optional<Text> first(MakeUTF8Ref(cLong));
+        std::optional<Text> second(*first);
+        std::atomic<int> ready{0};
+        auto const drop = [&](std::optional<Text>& text) {
+            ++ready;
+            while (ready < 2) std::this_thread::yield();
+            EXPECT_EQ(text->SizeInUnits(), 100U);
+            text.reset();
+        };
+        std::thread other([&] { drop(second); });
+        drop(first);
+        other.join();
+    }
+}
+
+TEST(SharedUString, TwoThreadsMayEachChangeOneOfTwoSharers) {
+    for (int round = 0; round < 100; ++round) {
+        Text first(MakeUTF8Ref(cLong));
+        Text second(first);
+        std::thread other([&] {
+            Text const copy(second);
+            second += "2"_utf8;
+            EXPECT_EQ(MakeString(copy), cLong);
+        });
+        first += "1"_utf8;
+        other.join();
+        EXPECT_EQ(MakeString(first), cLong + "1");
+        EXPECT_EQ(MakeString(second), cLong + "2");
     }
 }

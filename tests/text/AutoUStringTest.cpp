@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
 #include <type_traits>
 
@@ -30,7 +31,25 @@ unsigned char* Wild(std::uintptr_t address) {
     return reinterpret_cast<unsigned char*>(address);
 }
 
+UStringRef<UTF16> Wide(std::initializer_list<std::uint16_t> units) {
+    return UStringRef<UTF16>(UTF16(), units.begin(), units.end());
+}
+
+using Named = AutoUString<IANANamedTextEncoding>;
+
+IANANamedTextEncoding const cGreek("ISO-8859-7"_data);
+
+UStringRef<IANANamedTextEncoding> InGreek(std::string const& bytes) {
+    return UStringRef<IANANamedTextEncoding>(cGreek, MakeConstData(bytes));
+}
+
 } // namespace
+
+TEST(AutoUString, IsExactlyABody) {
+    static_assert(sizeof(AutoUString<UTF8>) == sizeof(UStringBody<UTF8>));
+    static_assert(sizeof(AutoUString<UTF16>) == sizeof(UStringBody<UTF16>));
+    static_assert(sizeof(AutoUString<IANANamedTextEncoding>) == sizeof(UStringBody<IANANamedTextEncoding>));
+}
 
 TEST(AutoUString, IsEmptyAndInlineWhenMade) {
     Text const text;
@@ -62,6 +81,12 @@ TEST(AutoUString, IsMadeWithStorageThatIsNotInitialised) {
     EXPECT_EQ(text.CapacityInUnits(), 100U);
     for (auto& unit : text) unit = 'z';
     EXPECT_EQ(text, "zzz"_utf8);
+}
+
+TEST(AutoUString, IsMadeWithStorageForNumbersEvenLiteralZeros) {
+    EXPECT_EQ(Text(UTF8(), 0, 0).CapacityInUnits(), 64U);
+    EXPECT_EQ(Text(UTF8(), 0, 100).CapacityInUnits(), 100U);
+    EXPECT_EQ(Text(UTF8(), 3, 0).SizeInUnits(), 3U);
 }
 
 TEST(AutoUString, IsMadeByTakingOverABody) {
@@ -277,6 +302,30 @@ TEST(AutoUString, ErasesACountOfUnits) {
     }
 }
 
+TEST(AutoUString, EraseTakesLiteralsForNumbers) {
+    Text text = Make("abcdef");
+    text.erase(0, 0);
+    EXPECT_EQ(text, "abcdef"_utf8);
+    text.erase(0, 2);
+    EXPECT_EQ(text, "cdef"_utf8);
+    text.erase(2, 0);
+    EXPECT_EQ(text, "cdef"_utf8);
+}
+
+TEST(AutoUString, EraseOfAWholeHeapTextKeepsItsBuffer) {
+    Text text = Make(std::string(100, 'x'));
+    auto const* const buffer = text.begin();
+    text.erase(text.begin(), text.end());
+    EXPECT_TRUE(text.empty());
+    EXPECT_EQ(text.begin(), buffer);
+    EXPECT_EQ(text.CapacityInUnits(), 100U);
+    text += MakeUTF8Ref(std::string(100, 'y'));
+    EXPECT_EQ(text.begin(), buffer);
+    text.erase(0, cAllOnes);
+    EXPECT_TRUE(text.empty());
+    EXPECT_EQ(text.CapacityInUnits(), 100U);
+}
+
 TEST(AutoUString, EraseRefusesAnOffsetBehindTheSize) {
     Text text = Make("abcdef");
     EXPECT_EQ(OutOfRange([&] { text.erase(std::size_t{7}, std::size_t{5}); }), "erase first range error");
@@ -324,6 +373,76 @@ TEST(AutoUString, ReplaceGrowsByTheSameRule) {
     shortText.replace(1, 1, MakeUTF8Ref(std::string(200, 'x')));
     EXPECT_EQ(MakeString(shortText), "a" + std::string(200, 'x') + "c");
     EXPECT_EQ(shortText.CapacityInUnits(), 202U);
+}
+
+TEST(AutoUString, ReplaceUpTo64UnitsStaysInline) {
+    Text text = Make(std::string(60, 'a') + "b");
+    text.replace(60, 1, "wxyz"_utf8);
+    EXPECT_EQ(MakeString(text), std::string(60, 'a') + "wxyz");
+    EXPECT_EQ(text.CapacityInUnits(), 64U);
+    EXPECT_TRUE(text.Get().IsInline());
+    text.replace(0, 1, "AA"_utf8);
+    EXPECT_EQ(MakeString(text), "AA" + std::string(59, 'a') + "wxyz");
+    EXPECT_EQ(text.CapacityInUnits(), 128U);
+}
+
+TEST(AutoUString, EditsWideUnitsWhole) {
+    AutoUString<UTF16> text(Wide({0x1110, 0x2221, 0x3332, 0x4443, 0x5554, 0x6665}));
+    text.erase(1, 2);
+    EXPECT_EQ(text, Wide({0x1110, 0x4443, 0x5554, 0x6665}));
+    auto* const second = text.begin() + 1;
+    EXPECT_EQ(text.erase(second, second + 1), second);
+    EXPECT_EQ(text, Wide({0x1110, 0x5554, 0x6665}));
+    text.replace(0, 1, Wide({0x7776, 0x8887, 0x9998}));
+    EXPECT_EQ(text, Wide({0x7776, 0x8887, 0x9998, 0x5554, 0x6665}));
+    text.replace(1, 3, Wide({0xAAA9}));
+    EXPECT_EQ(text, Wide({0x7776, 0xAAA9, 0x6665}));
+    text.replace(1, 1, Wide({0xBBBA}));
+    EXPECT_EQ(text, Wide({0x7776, 0xBBBA, 0x6665}));
+    text.append(Wide({0x1234, 0x5678, 0x9ABC, 0xDEF0}), 1, 2);
+    EXPECT_EQ(text, Wide({0x7776, 0xBBBA, 0x6665, 0x5678, 0x9ABC}));
+    text += Wide({0xCCCB, 0xDDDC});
+    text += std::uint16_t{0xEEED};
+    EXPECT_EQ(text, Wide({0x7776, 0xBBBA, 0x6665, 0x5678, 0x9ABC, 0xCCCB, 0xDDDC, 0xEEED}));
+}
+
+TEST(AutoUString, GrowsWideUnitsWhole) {
+    AutoUString<UTF16> text(UTF16(), 64, 0);
+    for (std::size_t i = 0; i < 64; ++i) text[i] = static_cast<std::uint16_t>(0x0100 + i);
+    text.replace(1, 1, Wide({0xAAA9, 0xBBBA}));
+    ASSERT_EQ(text.SizeInUnits(), 65U);
+    EXPECT_EQ(text.CapacityInUnits(), 128U);
+    EXPECT_EQ(text[0], 0x0100);
+    EXPECT_EQ(text[1], 0xAAA9);
+    EXPECT_EQ(text[2], 0xBBBA);
+    for (std::size_t i = 3; i < 65; ++i) EXPECT_EQ(text[i], 0x0100 + i - 1);
+    text += text;
+    ASSERT_EQ(text.SizeInUnits(), 130U);
+    EXPECT_EQ(text.CapacityInUnits(), 130U);
+    for (std::size_t i = 0; i < 65; ++i) EXPECT_EQ(text[65 + i], text[i]);
+    EXPECT_EQ(text[64], 0x013F);
+}
+
+TEST(AutoUString, KeepsATagThatHoldsDataAsItGrows) {
+    Named text(InGreek(std::string(60, 'x')));
+    text += InGreek(std::string(10, 'y'));
+    EXPECT_EQ(text.CapacityInUnits(), 120U);
+    EXPECT_EQ(text.Encoding(), cGreek);
+    text.replace(0, 1, InGreek(std::string(100, 'z')));
+    EXPECT_EQ(text.CapacityInUnits(), 169U);
+    EXPECT_EQ(text.Encoding(), cGreek);
+    EXPECT_EQ(text.Ref().Encoding(), cGreek);
+    Named const sum = text + text;
+    EXPECT_EQ(sum.SizeInUnits(), 338U);
+    EXPECT_EQ(sum.Encoding(), cGreek);
+}
+
+TEST(AutoUString, SwapWithItselfKeepsTheText) {
+    for (std::string const& content : {std::string(), std::string("short"), std::string(100, 'x')}) {
+        Text text = Make(content);
+        text.swap(text);
+        EXPECT_EQ(MakeString(text), content);
+    }
 }
 
 TEST(AutoUString, ClearGivesALargeBufferBack) {

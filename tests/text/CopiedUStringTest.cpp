@@ -22,6 +22,11 @@ std::vector<std::string> const cContents = {"", "short", std::string(64, 'x'), s
 
 } // namespace
 
+TEST(CopiedUString, IsExactlyABody) {
+    static_assert(sizeof(CopiedUString<UTF8>) == sizeof(UStringBody<UTF8>));
+    static_assert(sizeof(CopiedUString<UTF32>) == sizeof(UStringBody<UTF32>));
+}
+
 TEST(CopiedUString, CopyIsDeep) {
     for (std::string const& content : cContents) {
         Text const source = Make(content);
@@ -130,6 +135,17 @@ TEST(CopiedUString, SwapExchangesTheTexts) {
             EXPECT_EQ(MakeString(first), b + "!");
             EXPECT_EQ(MakeString(second), a);
         }
+}
+
+TEST(CopiedUString, SwapWithItselfAndMoveToItselfKeepTheText) {
+    for (std::string const& content : cContents) {
+        Text text = Make(content);
+        text.swap(text);
+        EXPECT_EQ(MakeString(text), content);
+        Text& same = text;
+        text = std::move(same);
+        EXPECT_EQ(MakeString(text), content);
+    }
 }
 
 TEST(CopiedUString, IsEditedLikeAnAutoUString) {

@@ -185,3 +185,45 @@ TEST(UStringBody, KeepsTheTagThatHoldsData) {
     EXPECT_EQ(MakeString(target.Encoding().Name()), "ISO-8859-1");
     EXPECT_EQ(MakeString(target.Ref().Encoding().Name()), "ISO-8859-1");
 }
+
+TEST(UStringBody, IsMadeAsACopyOfAView) {
+    for (std::size_t const size : {0U, 10U, 64U, 65U}) {
+        std::string const text(size, 'x');
+        Body const body(MakeUTF8Ref(text));
+        EXPECT_EQ(MakeString(body.Ref()), text);
+        EXPECT_EQ(body.CapacityInUnits(), size == 65 ? 65U : 64U);
+        EXPECT_EQ(body.IsInline(), size != 65);
+    }
+    IANANamedTextEncoding const greek("ISO-8859-7"_data);
+    auto const bytes = "\xC1"_data;
+    UStringRef<IANANamedTextEncoding> const view(greek, bytes.begin(), bytes.end());
+    EXPECT_EQ(UStringBody<IANANamedTextEncoding>(view).Encoding(), greek);
+}
+
+TEST(UStringBody, GrownKeepsTheTagThatHoldsData) {
+    IANANamedTextEncoding const greek("ISO-8859-7"_data);
+    UStringBody<IANANamedTextEncoding> body;
+    body.Reset(greek, 0, 0);
+    std::string const bytes(65, 'x');
+    UStringRef<IANANamedTextEncoding> const view(IANANamedTextEncoding(), MakeConstData(bytes));
+    EXPECT_EQ(body.Grown(view).Encoding(), greek);
+}
+
+template <class E>
+class WideUStringBodyTest : public ::testing::Test {};
+
+using WideEncodings = ::testing::Types<UTF16, UTF32>;
+TYPED_TEST_SUITE(WideUStringBodyTest, WideEncodings);
+
+TYPED_TEST(WideUStringBodyTest, SeizeTakesAll64InlineUnits) {
+    UStringBody<TypeParam> source;
+    source.Reset(TypeParam(), 64, 0);
+    for (std::size_t i = 0; i < 64; ++i)
+        source.begin()[i] = static_cast<typename TypeParam::Unit>(0x0101 * i + 7);
+    UStringBody<TypeParam> target;
+    target.Seize(source);
+    ASSERT_EQ(target.SizeInUnits(), 64U);
+    EXPECT_TRUE(target.IsInline());
+    for (std::size_t i = 0; i < 64; ++i) EXPECT_EQ(target.begin()[i], 0x0101 * i + 7);
+    EXPECT_TRUE(source.empty());
+}

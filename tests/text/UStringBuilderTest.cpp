@@ -6,6 +6,35 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <sys/mman.h>
+
+namespace {
+
+// Addresses that hold nothing and may not be read.
+class ReservedAddresses {
+public:
+    explicit ReservedAddresses(std::size_t size)
+        : m_size(size),
+          m_begin(mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0)) {}
+    ReservedAddresses(ReservedAddresses const&) = delete;
+    ReservedAddresses& operator=(ReservedAddresses const&) = delete;
+    ~ReservedAddresses() {
+        if (AreThere()) munmap(m_begin, m_size);
+    }
+
+    bool AreThere() const { return m_begin != MAP_FAILED; }
+    template <class Unit>
+    ConstArrayOf<Unit> Units() const {
+        auto const* const first = static_cast<Unit const*>(m_begin);
+        return ConstArrayOf<Unit>(first, first + m_size / sizeof(Unit));
+    }
+
+private:
+    std::size_t m_size;
+    void* m_begin;
+};
+
+} // namespace
 
 TEST(UTextReceiver, DropsEverythingAndHoldsNothing) {
     UTextReceiver<UTF8> receiver;
@@ -86,6 +115,19 @@ TEST(UStringBuilder, CountsTheBytesOfWideUnits) {
     EXPECT_EQ(builder.SizeOfReceivedBytes(ConstArrayOf<std::uint16_t>(units, units + 1)), 8U);
 }
 
+TEST(UStringBuilder, TakesTheSizeOfFurtherDataIn32Bits) {
+    ReservedAddresses const addresses((std::size_t{1} << 32) + 6);
+    ASSERT_TRUE(addresses.AreThere());
+    UStringBuilder<UTF8> builder;
+    builder.Start(UTF8());
+    EXPECT_EQ(builder.SizeOfReceivedBytes(addresses.Units<unsigned char>()), 6U);
+    builder.Receive("abc"_data);
+    EXPECT_EQ(builder.SizeOfReceivedBytes(addresses.Units<unsigned char>()), 9U);
+    UStringBuilder<UTF16> wideBuilder;
+    wideBuilder.Start(UTF16());
+    EXPECT_EQ(wideBuilder.SizeOfReceivedBytes(addresses.Units<std::uint16_t>()), 6U);
+}
+
 TEST(UStringBuilder, KeepsTheEncodingThatItIsStartedWith) {
     IANANamedTextEncoding const greek("ISO-8859-7"_data);
     UStringBuilder<IANANamedTextEncoding> builder;
@@ -121,6 +163,10 @@ TYPED_TEST(UStringReceiverTest, MayBeUsedAgain) {
         receiver.ReceiveEnd();
     }
     EXPECT_EQ(target, "second"_utf8);
+}
+
+TEST(UTF8StringBuilder, IsThreePointers) {
+    static_assert(sizeof(UTF8StringBuilder) == 3 * sizeof(void*));
 }
 
 TEST(UTF8StringBuilder, IsEmptyWithANullViewWhenMade) {

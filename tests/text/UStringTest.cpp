@@ -5,8 +5,78 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
+#include <vector>
+
+namespace {
+
+template <class A, class B>
+concept EqualityIsAsked = requires(A const& a, B const& b) {
+    a == b;
+};
+template <class A, class B>
+concept InequalityIsAsked = requires(A const& a, B const& b) {
+    a != b;
+};
+template <class A, class B>
+concept OrderIsAsked = requires(A const& a, B const& b) {
+    a < b;
+};
+
+template <class A, class B>
+constexpr bool cComparable = EqualityIsAsked<A, B> || InequalityIsAsked<A, B> || OrderIsAsked<A, B>;
+template <class A, class B>
+constexpr bool cFullyComparable = EqualityIsAsked<A, B>&& InequalityIsAsked<A, B>&& OrderIsAsked<A, B>;
+
+using Units16 = std::vector<std::uint16_t>;
+using Units32 = std::vector<std::uint32_t>;
+
+UStringRef<UTF16> View(Units16 const& units) {
+    return UStringRef<UTF16>(UTF16(), units.data(), units.data() + units.size());
+}
+
+UStringRef<UTF32> View(Units32 const& units) {
+    return UStringRef<UTF32>(UTF32(), units.data(), units.data() + units.size());
+}
+
+// Offset of the first match, -1 for none.
+template <class Units>
+std::ptrdiff_t PositionIn(Units const& text, Units const& pattern) {
+    auto const* const found = View(text).Position(View(pattern));
+    return found == View(text).end() ? -1 : found - View(text).begin();
+}
+
+Units16 Repeated(Units16 const& units, std::size_t times) {
+    Units16 text;
+    for (std::size_t i = 0; i < times; ++i) text.insert(text.end(), units.begin(), units.end());
+    return text;
+}
+
+// Every text of `size` units out of 1, 2 and 3.
+std::vector<Units16> AllTexts(std::size_t size) {
+    std::vector<Units16> texts{{}};
+    for (std::size_t i = 0; i < size; ++i) {
+        std::vector<Units16> longer;
+        for (Units16 text : texts)
+            for (std::uint16_t const unit : Units16{1, 2, 3}) {
+                text.push_back(unit);
+                longer.push_back(text);
+                text.pop_back();
+            }
+        texts = longer;
+    }
+    return texts;
+}
+
+} // namespace
+
+TEST(UStringRef, IsTwoPointers) {
+    static_assert(sizeof(UStringRef<UTF8>) == 2 * sizeof(void*));
+    static_assert(sizeof(UStringRef<UTF16>) == 2 * sizeof(void*));
+    static_assert(sizeof(UStringRef<Local8Bit>) == 2 * sizeof(void*));
+}
 
 TEST(UStringRef, IsNullWhenMadeWithoutAText) {
     UStringRef<UTF8> const view;
@@ -99,6 +169,36 @@ TEST(UStringRef, SearchTakesNoTimeBeyondTheTextsLengthOnRepetitions) {
     EXPECT_EQ(Find(MakeUTF8Ref(text), MakeUTF8Ref(pattern)), MakeUTF8Ref(text).end());
 }
 
+TEST(UStringRef, FindsWideUnitsBehindMatchesThatBeginWithinAUnit) {
+    EXPECT_EQ(PositionIn(Units16{0x0102, 0x0102, 0x0201}, Units16{0x0201}), 2);
+    EXPECT_EQ(PositionIn(Units16{0x0102, 0x0102, 0x0102}, Units16{0x0201}), -1);
+    EXPECT_EQ(PositionIn(Units32{0x01020102, 0x01020102, 0x02010201}, Units32{0x02010201}), 2);
+    EXPECT_EQ(PositionIn(Units32{0x00010000, 1}, Units32{1}), 1);
+}
+
+TEST(UStringRef, FindsWideUnitsWhereverTheyFirstBegin) {
+    EXPECT_EQ(PositionIn(Units16{1, 2, 3}, Units16{1, 2, 3}), 0);
+    EXPECT_EQ(PositionIn(Units16{1, 2}, Units16{1, 2, 3}), -1);
+    EXPECT_EQ(PositionIn(Units16{1, 1, 2, 1, 1, 2, 1, 1, 3}, Units16{1, 1, 2, 1, 1, 3}), 3);
+    EXPECT_EQ(PositionIn(Units16{1, 2, 1, 2, 1, 3}, Units16{1, 2, 1, 3}), 2);
+    EXPECT_EQ(PositionIn(Units16{1, 2}, Units16{}), -1);
+    EXPECT_EQ(PositionIn(Units16{}, Units16{1}), -1);
+    for (Units16 const& text : AllTexts(7))
+        for (std::size_t size = 1; size <= 4; ++size)
+            for (Units16 const& pattern : AllTexts(size)) {
+                auto const first = std::search(text.begin(), text.end(), pattern.begin(), pattern.end());
+                ASSERT_EQ(PositionIn(text, pattern), first == text.end() ? -1 : first - text.begin());
+            }
+}
+
+TEST(UStringRef, SearchOfWideUnitsTakesNoTimeBeyondTheTextsLengthOnRepetitions) {
+    Units16 pattern(200000, 'a');
+    pattern.push_back('b');
+    EXPECT_EQ(PositionIn(Units16(400000, 'a'), pattern), -1);
+    // Each byte but the first of each unit begins a match of the bytes.
+    EXPECT_EQ(PositionIn(Repeated({0x0102}, 400000), Repeated({0x0201}, 200000)), -1);
+}
+
 TEST(UStringComparison, LooksAtSizeAndUnits) {
     EXPECT_EQ("abc"_utf8, AutoUString<UTF8>("abc"_utf8));
     EXPECT_EQ(CopiedUString<UTF8>("abc"_utf8), SharedUString<UTF8>("abc"_utf8));
@@ -117,6 +217,43 @@ TEST(UStringComparison, OrdersByBytesTheShorterFirst) {
     EXPECT_FALSE("a"_utf8 < "a"_utf8);
     EXPECT_FALSE(""_utf8 < UStringRef<UTF8>());
     EXPECT_TRUE("z"_utf8 < "\x80"_utf8);
+}
+
+TEST(UStringComparison, LooksAtAllBytesOfWideUnits) {
+    EXPECT_TRUE(View(Units16{1, 2}) == View(Units16{1, 2}));
+    EXPECT_FALSE(View(Units16{1, 2}) == View(Units16{1, 3}));
+    EXPECT_FALSE(View(Units16{1, 2}) == View(Units16{1, 0x0102}));
+    EXPECT_FALSE(View(Units16{1, 2}) == View(Units16{1, 2, 3}));
+    EXPECT_TRUE(View(Units32{1, 2}) == View(Units32{1, 2}));
+    EXPECT_FALSE(View(Units32{1, 2}) == View(Units32{1, 3}));
+    EXPECT_FALSE(View(Units32{1, 2}) == View(Units32{1, 0x01000002}));
+}
+
+TEST(UStringComparison, OrdersWideUnitsByTheirValues) {
+    EXPECT_TRUE(View(Units16{0x00FF}) < View(Units16{0x0100}));
+    EXPECT_FALSE(View(Units16{0x0100}) < View(Units16{0x00FF}));
+    EXPECT_TRUE(View(Units16{1, 2}) < View(Units16{1, 3}));
+    EXPECT_FALSE(View(Units16{1, 3}) < View(Units16{1, 2}));
+    EXPECT_TRUE(View(Units16{1}) < View(Units16{1, 0}));
+    EXPECT_FALSE(View(Units16{1, 2}) < View(Units16{1, 2}));
+    EXPECT_TRUE(View(Units32{0x00FF}) < View(Units32{0x0100}));
+    EXPECT_FALSE(View(Units32{0x0100}) < View(Units32{0x00FF}));
+    EXPECT_TRUE(View(Units32{0x7FFFFFFF}) < View(Units32{0x80000000}));
+}
+
+TEST(UStringComparison, IsForTextsOfOneEncodingOnly) {
+    static_assert(cFullyComparable<UStringRef<UTF8>, AutoUString<UTF8>>);
+    static_assert(cFullyComparable<CopiedUString<Binary8Bit>, UStringRef<Binary8Bit>>);
+    static_assert(cFullyComparable<SharedUString<UTF16>, UStringRef<UTF16>>);
+    static_assert(cFullyComparable<UStringRef<UTF8>, ConstData>);
+    static_assert(!cComparable<UStringRef<UTF8>, UStringRef<Binary8Bit>>);
+    static_assert(!cComparable<UStringRef<Binary8Bit>, UStringRef<UTF8>>);
+    static_assert(!cComparable<UStringRef<USAscii>, UStringRef<UTF8>>);
+    static_assert(!cComparable<UStringRef<IANANamedTextEncoding>, UStringRef<UTF8>>);
+    static_assert(!cComparable<AutoUString<UTF8>, CopiedUString<Binary8Bit>>);
+    static_assert(!cComparable<SharedUString<UTF8>, AutoUString<IANANamedTextEncoding>>);
+    static_assert(!cComparable<UStringRef<UTF8>, UStringRef<UTF16>>);
+    static_assert(!cComparable<UStringRef<Local8Bit>, UStringRef<UTF8>>);
 }
 
 TEST(UStringComparison, OrdersTheKeysOfAMap) {
