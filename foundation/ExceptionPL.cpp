@@ -1,6 +1,13 @@
 #include "foundation/ExceptionPL.h"
 
-#include <algorithm>
+#include "text/LocalText.h"
+
+ExceptionPL::ExceptionPL(char const* message) : m_message(UnixPlatform::ToUTF8(MakeLocalRef(message))) {
+}
+
+ExceptionPL::ExceptionPL(std::string const& message)
+    : m_message(UnixPlatform::ToUTF8(MakeLocalRef(message))) {
+}
 
 ExceptionPL::ExceptionPL(UStringRef<UTF8> const& message) : m_message(message) {
 }
@@ -15,13 +22,10 @@ ExceptionPL& ExceptionPL::operator=(ExceptionPL const& other) {
 
 ExceptionPL::~ExceptionPL() = default;
 
-// Seven-bit text reads the same in every local encoding; for any other the class name has to do.
 char const* ExceptionPL::what() const noexcept {
     try {
-        UStringRef<UTF8> const text = uwhat();
-        if (std::any_of(text.begin(), text.end(), [](unsigned char byte) { return byte > 127; }))
-            return DebuggableException::what();
-        m_narrow = MakeString(text);
+        AutoUString<Local8Bit> const narrow = UnixPlatform::ToLocal8Bit(uwhat());
+        m_narrow.assign(narrow.begin(), narrow.end());
         return m_narrow.c_str();
     } catch (...) {
         return DebuggableException::what();

@@ -5,11 +5,14 @@
 
 #include <string>
 
-// The failure that carries a free text. In narrow form, a text of seven-bit characters is given as it is, and
-// any other as the encoded class name. The narrow text that what() returns is rebuilt at each call and is
+// The failure that carries a free text. The narrow text that what() returns is rebuilt at each call and is
 // valid until the next; one object is not to be shared between threads.
 class ExceptionPL : public DebuggableException {
 public:
+    // Converts a message in the local encoding; a null pointer stands for an empty one. Throw
+    // UnixPlatform::MultiByteToWideConvertError when the bytes are no local text.
+    explicit ExceptionPL(char const* message);
+    explicit ExceptionPL(std::string const& message);
     // Copies a UTF-8 message.
     explicit ExceptionPL(UStringRef<UTF8> const& message);
     // Copies the message; the narrow text starts empty.
@@ -18,6 +21,7 @@ public:
     ExceptionPL& operator=(ExceptionPL const& other);
     ~ExceptionPL() override;
 
+    // What uwhat() gives, in the local encoding; the encoded class name when it cannot be converted.
     char const* what() const noexcept override;
     // The message; the encoded class name when the message is empty.
     UStringRef<UTF8> uwhat() const noexcept override;

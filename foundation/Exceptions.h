@@ -69,6 +69,12 @@ class TooLargeForStandardNotation : public DebuggableException {};
 
 // Format strings and documents without an element
 class FormatError : public DebuggableException {};
+class BadFormatStringError : public DebuggableException {};
+class ImproperFormatVariableName : public DebuggableException {};
+class UndefinedFormatVariable : public DebuggableException {};
+// Named from the format's side: it asks for more arguments than there are, or for fewer.
+class TooManyFormatArguments : public DebuggableException {};
+class TooFewFormatArguments : public DebuggableException {};
 
 // XML
 class NoSuchAttribute : public DebuggableException {};

@@ -52,9 +52,9 @@ public:
     ConstData Name() const { return ConstData(m_name, m_name + m_size); }
     char const* NullTerminatedName() const { return reinterpret_cast<char const*>(m_name); }
 
-    friend bool operator==(IANANamedTextEncoding const& a, IANANamedTextEncoding const& b) {
-        return a.Name() == b.Name();
-    }
+    // Whether both name the same encoding: case makes no difference, and of the aliases that
+    // NormalizeIANAEncoding knows each equals its canonical name.
+    friend bool operator==(IANANamedTextEncoding const& a, IANANamedTextEncoding const& b);
 
 private:
     std::uint64_t m_size = 0;

@@ -2,6 +2,7 @@
 #include "foundation/ExceptionPL.h"
 #include "text/UString.h"
 
+#include "tests/support/LocaleScope.h"
 #include "tests/support/UStringPrinting.h"
 
 #include <gtest/gtest.h>
@@ -20,15 +21,16 @@ constexpr int CountBases() {
 
 // Of all classes that one could stand on by mistake.
 template <class E>
-constexpr int cBases =
-    CountBases<E, ExceptionPL, InvalidMonth, InvalidDay, InvalidTime, NoSuchDate, NoSuchTimeOfDay, NoTimeZone,
-               WrongDayOfWeek, InvalidDateTimeString, InvalidDateTimeNegativeYear, ParsingFailure,
-               DataOverflow, NoMoreData, ConstDataCapacityExceeded, RequiredValueWouldOverflow, StackFull,
-               InvalidTextEncoding, NamedNotIANAUTF8Encoding, UnrepresentableBinaryString,
-               UnrepresentableBinaryStringU8, UnrepresentableBinaryStringU16,
-               UnixPlatform::MultiByteToWideConvertError, UnixPlatform::WideToMultiByteConvertError,
-               NotANumeral, NumeralTooLarge, NotAFloatingPoint, TooLargeForStandardNotation, FormatError,
-               NoSuchAttribute, NoSuchChildElement, NoSuchActionRequestID, UnixPlatform::MutexError>();
+constexpr int cBases = CountBases<
+    E, ExceptionPL, InvalidMonth, InvalidDay, InvalidTime, NoSuchDate, NoSuchTimeOfDay, NoTimeZone,
+    WrongDayOfWeek, InvalidDateTimeString, InvalidDateTimeNegativeYear, ParsingFailure, DataOverflow,
+    NoMoreData, ConstDataCapacityExceeded, RequiredValueWouldOverflow, StackFull, InvalidTextEncoding,
+    NamedNotIANAUTF8Encoding, UnrepresentableBinaryString, UnrepresentableBinaryStringU8,
+    UnrepresentableBinaryStringU16, UnixPlatform::MultiByteToWideConvertError,
+    UnixPlatform::WideToMultiByteConvertError, NotANumeral, NumeralTooLarge, NotAFloatingPoint,
+    TooLargeForStandardNotation, FormatError, BadFormatStringError, ImproperFormatVariableName,
+    UndefinedFormatVariable, TooManyFormatArguments, TooFewFormatArguments, NoSuchAttribute,
+    NoSuchChildElement, NoSuchActionRequestID, UnixPlatform::MutexError>();
 
 // What a class without data must be: directly on that base, without fields, reporting its encoded name.
 template <class E, class Base = DebuggableException>
@@ -130,6 +132,11 @@ TEST(ExceptionTree, HasPlainClassesForTextAndNumerals) {
 
 TEST(ExceptionTree, HasPlainClassesForTheUpperRooms) {
     ExpectPlain<FormatError>("11FormatError");
+    ExpectPlain<BadFormatStringError>("20BadFormatStringError");
+    ExpectPlain<ImproperFormatVariableName>("26ImproperFormatVariableName");
+    ExpectPlain<UndefinedFormatVariable>("23UndefinedFormatVariable");
+    ExpectPlain<TooManyFormatArguments>("22TooManyFormatArguments");
+    ExpectPlain<TooFewFormatArguments>("21TooFewFormatArguments");
     ExpectPlain<NoSuchAttribute>("15NoSuchAttribute");
     ExpectPlain<NoSuchChildElement>("18NoSuchChildElement");
     ExpectPlain<NoSuchActionRequestID>("21NoSuchActionRequestID");
@@ -191,6 +198,61 @@ TEST(ExceptionPL, ReportsItsTypeNameWhenTheMessageHasNoNarrowForm) {
     ExceptionPL const failure("gr\xc3\xbcn"_utf8);
     EXPECT_STREQ(failure.what(), "11ExceptionPL");
     EXPECT_EQ(failure.uwhat(), "gr\xc3\xbcn"_utf8);
+}
+
+TEST(ExceptionPL, ReportsItsTypeNameWhenBuiltFromNoText) {
+    ExceptionPL const fromNull(static_cast<char const*>(nullptr));
+    EXPECT_STREQ(fromNull.what(), "11ExceptionPL");
+    EXPECT_EQ(fromNull.uwhat(), "11ExceptionPL"_utf8);
+    ExceptionPL const fromEmpty("");
+    EXPECT_STREQ(fromEmpty.what(), "11ExceptionPL");
+    EXPECT_EQ(fromEmpty.uwhat(), "11ExceptionPL"_utf8);
+    ExceptionPL const fromEmptyString(std::string{});
+    EXPECT_STREQ(fromEmptyString.what(), "11ExceptionPL");
+    EXPECT_EQ(fromEmptyString.uwhat(), "11ExceptionPL"_utf8);
+}
+
+TEST(ExceptionPL, ConvertsALocalMessage) {
+    LocaleScope const locale("de_DE.ISO-8859-1");
+    ExceptionPL const fromPointer("gr\xfcn");
+    EXPECT_EQ(fromPointer.uwhat(), "gr\xc3\xbcn"_utf8);
+    EXPECT_STREQ(fromPointer.what(), "gr\xfcn");
+    ExceptionPL const fromString(std::string("gr\xfcn"));
+    EXPECT_EQ(fromString.uwhat(), "gr\xc3\xbcn"_utf8);
+    EXPECT_STREQ(fromString.what(), "gr\xfcn");
+}
+
+TEST(ExceptionPL, ReportsInTheLocaleOfTheMoment) {
+    ExceptionPL const failure("gr\xc3\xbcn"_utf8);
+    {
+        LocaleScope const locale("de_DE.ISO-8859-1");
+        EXPECT_STREQ(failure.what(), "gr\xfcn");
+    }
+    {
+        LocaleScope const locale("de_DE.UTF-8");
+        EXPECT_STREQ(failure.what(), "gr\xc3\xbcn");
+    }
+    EXPECT_STREQ(failure.what(), "11ExceptionPL");
+}
+
+TEST(ExceptionPL, ReportsItsTypeNameForACharacterThatTheLocaleDoesNotHave) {
+    LocaleScope const locale("de_DE.ISO-8859-1");
+    ExceptionPL const failure("\xe2\x82\xac 5"_utf8);
+    EXPECT_STREQ(failure.what(), "11ExceptionPL");
+    EXPECT_EQ(failure.uwhat(), "\xe2\x82\xac 5"_utf8);
+}
+
+TEST(ExceptionPL, ReportsItsTypeNameForAMessageThatIsNoText) {
+    LocaleScope const locale("de_DE.ISO-8859-1");
+    ExceptionPL const failure("a\xff"_utf8);
+    EXPECT_STREQ(failure.what(), "11ExceptionPL");
+    EXPECT_EQ(failure.uwhat(), "a\xff"_utf8);
+}
+
+TEST(ExceptionPL, IsNotMadeOfBytesThatAreNoLocalText) {
+    LocaleScope const locale("ja_JP.EUC-JP");
+    EXPECT_THROW(ExceptionPL("\xff"), UnixPlatform::MultiByteToWideConvertError);
+    EXPECT_THROW(ExceptionPL(std::string("a\xb4")), UnixPlatform::MultiByteToWideConvertError);
 }
 
 TEST(ExceptionPL, CopyHasTextsOfItsOwn) {

@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
+
 namespace {
 
 struct LineCase {
@@ -200,4 +202,24 @@ TEST(RemoveLineBreaks, PutsOneSpaceInThePlaceOfEachBreak) {
     EXPECT_EQ(RemoveLineBreaks("none"_utf8), "none"_utf8);
     EXPECT_EQ(RemoveLineBreaks("gr\xc3\xbc\n\xc3\x9f"_utf8), "gr\xc3\xbc \xc3\x9f"_utf8);
     EXPECT_TRUE(RemoveLineBreaks(UStringRef<UTF8>()).empty());
+}
+
+TEST(RemoveLineBreaks, DoesTheSameInTheWiderForms) {
+    UTF16::Unit const utf16[] = {'a', '\r', '\n', 0xFC, '\n', '\r', 0xD83D, 0xDE00, '\n'};
+    UTF16::Unit const flat16[] = {'a', ' ', 0xFC, ' ', ' ', 0xD83D, 0xDE00, ' '};
+    EXPECT_EQ(RemoveLineBreaks(UStringRef<UTF16>(UTF16(), std::begin(utf16), std::end(utf16))),
+              UStringRef<UTF16>(UTF16(), std::begin(flat16), std::end(flat16)));
+    UTF32::Unit const utf32[] = {'\r', 0x1F600, '\r', '\n', 'z'};
+    UTF32::Unit const flat32[] = {' ', 0x1F600, ' ', 'z'};
+    EXPECT_EQ(RemoveLineBreaks(UStringRef<UTF32>(UTF32(), std::begin(utf32), std::end(utf32))),
+              UStringRef<UTF32>(UTF32(), std::begin(flat32), std::end(flat32)));
+    EXPECT_TRUE(RemoveLineBreaks(UStringRef<UTF16>()).empty());
+    EXPECT_TRUE(RemoveLineBreaks(UStringRef<UTF32>()).empty());
+}
+
+TEST(RemoveLineBreaks, RefusesWiderUnitsThatAreNoText) {
+    UTF16::Unit const half = 0xD800;
+    EXPECT_THROW(RemoveLineBreaks(UStringRef<UTF16>(UTF16(), &half, &half + 1)), InvalidTextEncoding);
+    UTF32::Unit const tooHigh = 0x110000;
+    EXPECT_THROW(RemoveLineBreaks(UStringRef<UTF32>(UTF32(), &tooHigh, &tooHigh + 1)), InvalidTextEncoding);
 }

@@ -20,10 +20,23 @@ void* operator new(std::size_t size) {
     throw std::bad_alloc();
 }
 
+// Left alone, the array forms would pass the count by where a sanitizer brings forms of its own.
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t) noexcept {
     std::free(memory);
 }

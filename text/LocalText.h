@@ -1,0 +1,44 @@
+#pragma once
+
+#include "text/AutoNullTerminated.h"
+
+// Text in the encoding of the process's locale (category LC_CTYPE). Each call asks for the encoding that is
+// in force at that moment. The locale must not be changed by another thread meanwhile.
+//
+// In a UTF-8 locale, conversion between UTF-8 and local text copies the bytes without looking at them. All
+// other conversions raise a failure for what they cannot convert, never a replacement character. Those that
+// go through the C library end at the first NUL of the text.
+namespace UnixPlatform {
+
+// Name of the local encoding as the locale gives it, such as "UTF-8", "ISO-8859-1" or, in the "C" locale,
+// "ANSI_X3.4-1968". Throws ConstDataCapacityExceeded for a name of more than 48 bytes.
+IANANamedTextEncoding IANAEncodingName(Local8Bit);
+
+// From local text. Throw MultiByteToWideConvertError for bytes that are no text of the local encoding. In a
+// UTF-8 locale the wider forms throw it too.
+AutoUString<UTF8> ToUTF8(UStringRef<Local8Bit> const& text);
+AutoUString<UTF16> ToUTF16(UStringRef<Local8Bit> const& text);
+AutoUString<UTF32> ToUTF32(UStringRef<Local8Bit> const& text);
+
+// To local text. Throw WideToMultiByteConvertError for a character that the local encoding does not have, and
+// InvalidTextEncoding for units that are no text.
+AutoUString<Local8Bit> ToLocal8Bit(UStringRef<UTF8> const& text);
+AutoUString<Local8Bit> ToLocal8Bit(UStringRef<UTF16> const& text);
+AutoUString<Local8Bit> ToLocal8Bit(UStringRef<UTF32> const& text);
+
+// The two steps to and from wchar_t, which is UTF-32 on this platform, by the C library alone.
+AutoUString<UTF32> ToNativeUnicode(UStringRef<Local8Bit> const& text);
+AutoUString<Local8Bit> FromNativeUnicode(UStringRef<UTF32> const& text);
+
+} // namespace UnixPlatform
+
+// View of a zero-terminated text in the local encoding; a null pointer gives the null view.
+UStringRef<Local8Bit> MakeLocalRef(char const* text);
+// View of a C++ text in the local encoding, which must outlive it.
+UStringRef<Local8Bit> MakeLocalRef(std::string const& text);
+
+// Local text for C interfaces, from UTF8, UTF16 or UTF32: ToLocal8Bit with a NUL behind.
+template <class E>
+AutoNullTerminated<Local8Bit> MakeLocalString(UStringRef<E> const& text) {
+    return AutoNullTerminated<Local8Bit>(UnixPlatform::ToLocal8Bit(text));
+}
