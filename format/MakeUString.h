@@ -1,0 +1,45 @@
+#pragma once
+
+#include "format/FormatBindings.h"
+#include "format/UFormat.h"
+#include "text/UString.h"
+
+// Walks the values of a format's segments. The text and the bindings, which must be sorted, must outlive it.
+class FormattedStringIterator : public UFormatIterator {
+public:
+    // At the first segment, with its failures.
+    FormattedStringIterator(UStringRef<UTF8> const& text, ConstArrayOf<FormatBinding> bindings)
+        : UFormatIterator(text), m_bindings(bindings) {}
+    // Behind the last one.
+    static FormattedStringIterator EndOf(UStringRef<UTF8> const& text) {
+        return FormattedStringIterator(UFormatIterator::EndOf(text));
+    }
+
+    // Throws what FormatSegmentValue throws.
+    UStringRef<UTF8> operator*() const {
+        return FormatSegmentValue(UFormatIterator::operator*(), m_bindings);
+    }
+    FormattedStringIterator& operator++() {
+        GetNextSegment();
+        return *this;
+    }
+
+private:
+    explicit FormattedStringIterator(UFormatIterator const& position) : UFormatIterator(position) {}
+
+    ConstArrayOf<FormatBinding> m_bindings;
+};
+
+// The values of all segments of a range, one behind another.
+AutoUString<UTF8> MakeUString(FormattedStringIterator first, FormattedStringIterator last);
+
+// Renders a format of up to two arguments; allocates for the result at most. Throws what
+// MakeFormatParameterBindings throws for the original, and for the text to render BadFormatStringError,
+// ImproperFormatVariableName for "{}" and UndefinedFormatVariable for a name that the original does not have.
+// A translation that fails is not replaced by the default.
+template <std::size_t N>
+requires(N <= 2) AutoUString<UTF8> MakeUString(FormatPlusArguments<N> const& format);
+
+extern template AutoUString<UTF8> MakeUString(FormatPlusArguments<0> const&);
+extern template AutoUString<UTF8> MakeUString(FormatPlusArguments<1> const&);
+extern template AutoUString<UTF8> MakeUString(FormatPlusArguments<2> const&);
