@@ -2,6 +2,7 @@
 
 #include "app/LocaleNames.h"
 #include "app/ProcessState.h"
+#include "dialogs/ActionRequestDialog.h"
 #include "link/ActionRequestXML.h"
 #include "link/InitializationInfo.h"
 #include "link/ProtocolRecords.h"
@@ -21,6 +22,9 @@ Batch HandleActionRequest(XMLElement const& element) {
     ActionRequest request;
     XMLSerialize(element, request);
     actions.push_back(std::move(request));
+    UpdateActionRequestDialog();
+    // A new action calls for the dialog whatever the reminder's time and the quiet period say.
+    UnixApp_ShowActionRequestDialog(false, m_remindInterval, m_snoozable);
     return Batch::GoesOn;
 }
 
@@ -36,7 +40,10 @@ Batch HandleInitializationInfo(XMLElement const& element) {
 Batch HandleRemoveRequest(XMLElement const& element) {
     RemoveRequest request;
     XMLLoad(element, request);
-    if (request.type == RemoveRequest::Action || request.type == RemoveRequest::All) RemoveAction(request.id);
+    if (request.type == RemoveRequest::Action || request.type == RemoveRequest::All) {
+        RemoveAction(request.id);
+        UpdateActionRequestDialog();
+    }
     return Batch::GoesOn;
 }
 
@@ -50,11 +57,16 @@ Batch HandleQuietModeStart(XMLElement const& element) {
     inQuietMode = true;
     QuietModeStart period;
     XMLSerialize(element, period);
+    if (IsActionRequestDialogShown()) DisableActionRequestDialog();
     return Batch::GoesOn;
 }
 
 Batch HandleQuietModeEnd(XMLElement const&) {
     inQuietMode = false;
+    if (IsActionRequestDialogShown()) {
+        UpdateActionRequestDialog();
+        EnableActionRequestDialog();
+    }
     return Batch::GoesOn;
 }
 
@@ -103,6 +115,7 @@ FiFoQueue<UIMessage>& pendingMessages = *new FiFoQueue<UIMessage>;
 } // namespace
 
 void ProcessMessagesFromClient() {
+    ActionRequestDialogBatch const oneRefresh;
     FiFoQueue<UIMessage> batch;
     if (pendingMessages.IsEmpty())
         readQ.ReadMessages(batch);

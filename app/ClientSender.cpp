@@ -20,6 +20,14 @@ void SendToClient(PipeWriter&, UStringRef<UTF8> const& text) {
     writeQ.WriteMessage(UIMessage(text));
 }
 
+void SendActionTaken(unsigned long id, bool isCancel) {
+    ActionTaken message;
+    message.id = id;
+    message.isCancel = isCancel;
+    message.originator = SharedUString<UTF8>("ClientUI"_utf8);
+    SendToClient(pipeWriter, message);
+}
+
 void SendWarningToClient(ClientUIErrorMessage const& message) {
     WriteXMLToClient(message);
 }

@@ -24,6 +24,9 @@ void WriteXMLToClient(T const& message) {
     writeQ.WriteMessage(UIMessage(ConvertToXML(message)));
 }
 
+// Tells the client that an action has been taken, or cancelled, here.
+void SendActionTaken(unsigned long id, bool isCancel);
+
 // Sends once and returns at once.
 void SendWarningToClient(ClientUIErrorMessage const& message);
 

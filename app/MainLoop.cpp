@@ -1,13 +1,17 @@
 #include "app/MainLoop.h"
 
 #include "app/ClientMessages.h"
+#include "app/DefaultFontSet.h"
 #include "app/ExitCleanup.h"
 #include "app/ForcedActions.h"
 #include "app/HiddenWindow.h"
 #include "app/LocaleNames.h"
 #include "app/ProcessState.h"
 #include "app/ToolkitCall.h"
+#include "app/ToolkitWarnings.h"
+#include "app/UserCommands.h"
 #include "app/XHandlers.h"
+#include "dialogs/ActionRequestDialog.h"
 #include "link/UnixPipe.h"
 
 #include <clocale>
@@ -21,23 +25,24 @@ void ArmTimer() {
     XtAppAddTimeOut(app_context, cTickInMilliseconds, OnMainLoopTimer, nullptr);
 }
 
-// There is no dialog yet that a command could be about.
-void DropCommands() {
-    FiFoQueue<std::unique_ptr<UICommand>> commands;
-    uiCommandQ.ReadMessages(commands);
+// Asked on every tick: a dialog that is shown already stays as it is.
+void RemindOfActions() {
+    if (m_postponedTo < Instant::Now() && !actions.empty())
+        UnixApp_ShowActionRequestDialog(false, m_remindInterval, m_snoozable);
 }
 
 void Tick() {
     if (clientPipe && clientPipe->Killed()) ExitCleanup(0, "CLOSED");
     ProcessMessagesFromClient();
-    DropCommands();
+    ProcessMessagesFromUI();
     if (!initialized) return;
     if (firstTick) {
         firstTick = false;
         CreateHiddenWindow();
     }
+    RemindOfActions();
     if (inQuietMode) return;
-    TakeOverdueActions(Instant::Now());
+    if (TakeOverdueActions(Instant::Now())) UpdateActionRequestDialog();
 }
 
 void OpenDisplay(int argumentCount, char** arguments) {
@@ -68,8 +73,10 @@ void OpenToolkit(int argumentCount, char** arguments) {
     if (international) XtSetLanguageProc(nullptr, nullptr, nullptr);
     XtToolkitInitialize();
     app_context = XtCreateApplicationContext();
+    OverrideWarningMsgHandler(app_context);
     OpenDisplay(argumentCount, arguments);
     CheckLocaleOfToolkit();
+    ConfigValidDefaultFontSet();
     XtAppSetErrorHandler(app_context, Xt_ErrorHandler);
     AddActions();
 }

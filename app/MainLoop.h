@@ -10,7 +10,7 @@ void InitXApp(int argumentCount, char** arguments);
 // display that cannot be opened ends the process with status -1.
 void OpenToolkit(int argumentCount, char** arguments);
 
-// The tick: carries out what the client wants, creates the hidden window the first time, and takes forced
-// actions whose deadline has passed, unless a quiet period holds them back. Arms itself again, whatever
-// happens.
+// The tick: carries out what the client and then what the user wants, creates the hidden window the first
+// time, reminds of pending actions when the reminder is due, and takes forced actions whose deadline has
+// passed, unless a quiet period holds them back. Arms itself again, whatever happens.
 void OnMainLoopTimer(XtPointer clientData, XtIntervalId* timer);

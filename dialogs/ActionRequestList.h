@@ -11,6 +11,7 @@
 
 // Pending actions in order of arrival. IDs need not be unique. Finding the first action of an ID and removing
 // any action take logarithmic time, so that a client may send and withdraw any number of them, in any order.
+// What the dialog needs to know after each change is at hand without a walk.
 //
 // A request is never edited after it has arrived. Iterators and references stay valid until their own action
 // is removed.
@@ -53,6 +54,10 @@ public:
     const_iterator end() const { return const_iterator(m_requests.end()); }
     bool empty() const { return m_requests.empty(); }
     std::size_t size() const { return m_requests.size(); }
+    // How many of the actions have a row in the dialog: all but those whose title shows nothing.
+    std::size_t CountRows() const { return m_rows; }
+    // Of all actions that have one; null for none.
+    NullOr<Instant> EarliestDeadline() const;
     // Must not be empty.
     ActionRequest const& front() const { return *begin(); }
     ActionRequest const& back() const { return *std::prev(end()); }
@@ -69,5 +74,11 @@ private:
     Requests m_requests;
     // ID and number of arrival of every request.
     std::set<std::pair<unsigned long, std::uint64_t>> m_byID;
+    // The deadlines of all requests that have one.
+    std::multiset<Instant> m_deadlines;
+    std::size_t m_rows = 0;
     std::uint64_t m_nextArrival = 0;
 };
+
+// A title that is empty, or that ends before it begins, has nothing to show.
+bool HasRow(ActionRequest const& request);

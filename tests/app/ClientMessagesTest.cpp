@@ -1,6 +1,7 @@
 #include "app/ClientMessages.h"
 
 #include "tests/app/ProcessStateFixture.h"
+#include "tests/app/RecordingDialogs.h"
 
 #include <cstdlib>
 
@@ -279,4 +280,61 @@ TEST_F(ClientMessagesInLocale, AnUninstalledLocaleCountsAsNone) {
     InitializeIn("xx_YY.UTF-8", true);
     EXPECT_FALSE(international);
     EXPECT_TRUE(initialized);
+}
+
+TEST_F(ClientMessages, EachActionUpdatesTheDialogAndCallsForIt) {
+    m_remindInterval = TimeInterval::FromMicroseconds(60000000);
+    m_postponedTo = Instant::FromMicroseconds(9000000000000000000);
+    inQuietMode = true;
+    Receive(Document(Action(1) + Action(2)));
+    ProcessMessagesFromClient();
+    EXPECT_EQ(recordingDialogs.TakeCalls(),
+              (std::vector<std::string>{"Update folded 1", "Show 60000000 true", "Update folded 1,2",
+                                        "Show 60000000 true"}))
+        << "neither a postponed reminder nor a quiet period holds back a new action";
+    EXPECT_EQ(recordingDialogs.batches, 0);
+}
+
+TEST_F(ClientMessages, WithdrawingAnActionUpdatesTheDialog) {
+    struct Case {
+        char const* type;
+        std::vector<std::string> calls;
+    };
+    for (Case const& test : {Case{"Action", {"Update folded 2"}}, Case{"All", {"Update folded 2"}},
+                             Case{"Offer", {}}, Case{"Message", {}}}) {
+        actions.clear();
+        Receive(Document(Action(1) + Action(2)));
+        ProcessMessagesFromClient();
+        recordingDialogs.TakeCalls();
+        Receive(Document(std::string("<RemoveRequest><RemoveType>") + test.type +
+                         "</RemoveType><ID>1</ID></RemoveRequest>"));
+        ProcessMessagesFromClient();
+        EXPECT_EQ(recordingDialogs.TakeCalls(), test.calls) << test.type;
+    }
+}
+
+TEST_F(ClientMessages, BatchOfDialogRefreshesEndsAlsoWhenADocumentFails) {
+    Receive(Document(Action(1)));
+    Receive("");
+    ProcessMessagesFromClient();
+    EXPECT_EQ(recordingDialogs.batches, 0);
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (std::vector<std::string>{"Update folded 1", "Show 0 true"}));
+}
+
+TEST_F(ClientMessages, QuietPeriodDisablesADialogThatIsShown) {
+    std::string const start = "<QuietModeStart><StartTime>Sun, 02 Jan 2011 08:05:09 +0000</StartTime>"
+                              "<EndTime>Sun, 02 Jan 2011 09:05:09 +0000</EndTime></QuietModeStart>";
+    Receive(Document(start + "<QuietModeEnd></QuietModeEnd>"));
+    ProcessMessagesFromClient();
+    EXPECT_TRUE(recordingDialogs.TakeCalls().empty()) << "nothing is shown";
+
+    recordingDialogs.shown = true;
+    Receive(Document(start));
+    ProcessMessagesFromClient();
+    EXPECT_TRUE(inQuietMode);
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (std::vector<std::string>{"Disable"}));
+    Receive(Document("<QuietModeEnd></QuietModeEnd>"));
+    ProcessMessagesFromClient();
+    EXPECT_FALSE(inQuietMode);
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (std::vector<std::string>{"Update folded ", "Enable"}));
 }

@@ -1,6 +1,8 @@
 #include "tests/app/ProcessStateFixture.h"
 
 #include "app/ClientMessages.h"
+#include "app/UserCommands.h"
+#include "tests/app/RecordingDialogs.h"
 
 ProcessStateTest::ProcessStateTest() {
     // Whatever a batch left for its next call goes first.
@@ -16,6 +18,10 @@ ProcessStateTest::ProcessStateTest() {
     initialized = inQuietMode = international = false;
     FiFoQueue<std::unique_ptr<UICommand>> commands;
     uiCommandQ.ReadMessages(commands);
+    // Ends a walk over all actions.
+    QueueCommand(ConfirmRefused, 0, 0, 0);
+    ProcessMessagesFromUI();
+    recordingDialogs.Reset();
 }
 
 void ProcessStateTest::Receive(std::string const& document) {

@@ -75,3 +75,48 @@ TEST(ActionRequestList, ClearForgetsIDsToo) {
     EXPECT_EQ(list.front().id, 1u);
     EXPECT_EQ(list.back().id, 1u);
 }
+
+namespace {
+
+ActionRequest DueAt(unsigned long id, long long microseconds, std::int32_t zone = 0) {
+    ActionRequest request = Request(id, "title"_utf8);
+    request.deadline = TimeObject(Instant::FromMicroseconds(microseconds), TimeZone::FromSeconds(zone));
+    return request;
+}
+
+} // namespace
+
+TEST(ActionRequestList, KnowsItsEarliestDeadline) {
+    ActionRequestList list;
+    EXPECT_TRUE(list.EarliestDeadline().IsNull());
+    list.push_back(Request(1));
+    EXPECT_TRUE(list.EarliestDeadline().IsNull());
+    list.push_back(DueAt(2, 5000000, 3600));
+    list.push_back(DueAt(3, 4000000));
+    list.push_back(DueAt(4, 4000000));
+    EXPECT_EQ(*list.EarliestDeadline(), Instant::FromMicroseconds(4000000));
+    list.erase(list.FindFirst(3));
+    EXPECT_EQ(*list.EarliestDeadline(), Instant::FromMicroseconds(4000000)) << "another one has the same";
+    list.erase(list.FindFirst(4));
+    EXPECT_EQ(*list.EarliestDeadline(), Instant::FromMicroseconds(5000000));
+    list.erase(list.FindFirst(2));
+    EXPECT_TRUE(list.EarliestDeadline().IsNull());
+    list.push_back(DueAt(5, 1));
+    list.clear();
+    EXPECT_TRUE(list.EarliestDeadline().IsNull());
+}
+
+TEST(ActionRequestList, CountsTheRowsThatItsTitlesMake) {
+    ActionRequestList list;
+    list.push_back(Request(1, "a"_utf8));
+    list.push_back(Request(2));
+    list.push_back(Request(3, MakeUTF8Ref(std::string("\0b", 2))));
+    list.push_back(Request(4, " "_utf8));
+    EXPECT_EQ(list.CountRows(), 2u);
+    list.erase(list.FindFirst(2));
+    EXPECT_EQ(list.CountRows(), 2u);
+    list.erase(list.FindFirst(1));
+    EXPECT_EQ(list.CountRows(), 1u);
+    list.clear();
+    EXPECT_EQ(list.CountRows(), 0u);
+}

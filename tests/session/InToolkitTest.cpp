@@ -7,12 +7,11 @@
 #include "app/MainLoop.h"
 #include "app/ProcessState.h"
 #include "tests/session/ClientSession.h"
-#include "tests/session/PrivateDisplay.h"
+#include "tests/session/InToolkit.h"
 
 #include <X11/Shell.h>
 #include <X11/StringDefs.h>
 #include <cstring>
-#include <functional>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,13 +19,6 @@
 // program does. A child says by its exit status how it went.
 
 namespace {
-
-constexpr int cAsExpected = 42;
-constexpr int cNotAsExpected = 43;
-
-[[noreturn]] void Finish(bool asExpected) {
-    _exit(asExpected ? cAsExpected : cNotAsExpected);
-}
 
 // A shell that can take events.
 Widget MakeShell() {
@@ -66,42 +58,6 @@ void DispatchEvents() {
 }
 
 } // namespace
-
-class InToolkit : public testing::Test {
-protected:
-    // Starts a child that opens the toolkit with `arguments` behind its name and runs `body`.
-    pid_t Start(std::function<void()> const& body, std::vector<std::string> const& arguments = {}) {
-        pid_t const child = fork();
-        if (child != 0) return child;
-        setenv("DISPLAY", m_display.Name().c_str(), 1);
-        std::string name = "VRKClientUI";
-        std::vector<std::string> copies(arguments);
-        std::vector<char*> pointers{name.data()};
-        for (std::string& argument : copies) pointers.push_back(argument.data());
-        pointers.push_back(nullptr);
-        OpenToolkit(static_cast<int>(pointers.size()) - 1, pointers.data());
-        body();
-        _exit(99);
-    }
-
-    // The exit status of a child; nothing when it does not end or is ended by a signal.
-    static std::optional<int> StatusOf(pid_t child) {
-        int status = 0;
-        if (!WaitFor([&] { return waitpid(child, &status, WNOHANG) == child; })) {
-            kill(child, SIGKILL);
-            waitpid(child, &status, 0);
-            return std::nullopt;
-        }
-        return WIFEXITED(status) ? std::optional<int>(WEXITSTATUS(status)) : std::nullopt;
-    }
-
-    std::optional<int> Run(std::function<void()> const& body,
-                           std::vector<std::string> const& arguments = {}) {
-        return StatusOf(Start(body, arguments));
-    }
-
-    PrivateDisplay m_display;
-};
 
 TEST_F(InToolkit, ProtocolErrorNoticedInARoundTripEndsWithMinusOne) {
     EXPECT_EQ(Run([] {
@@ -230,12 +186,15 @@ TEST_F(InToolkit, OpenMessageToTheHiddenWindowIsQueued) {
 TEST_F(InToolkit, TickThatThrowsIsFollowedByTheNext) {
     EXPECT_EQ(Run([] {
                   initialized = true;
-                  // A month that does not exist makes the deadline throw when it is asked for.
-                  ActionRequest impossible;
-                  impossible.forceRun = true;
-                  impossible.deadline =
+                  // No reminder: this is about the clock alone.
+                  m_postponedTo = Instant::Now() + TimeInterval::FromMicroseconds(cMicrosecondsPerHour);
+                  ActionRequest forced;
+                  forced.forceRun = true;
+                  actions.push_back(forced);
+                  // A month that does not exist makes the deadline throw when it is asked for. The list would
+                  // not take such an action.
+                  const_cast<ActionRequest&>(actions.front()).deadline =
                       TimeObject(DateRecord(1, static_cast<Month>(13), 2011), TimeOfDay(), TimeZone());
-                  actions.push_back(impossible);
                   OnMainLoopTimer(nullptr, nullptr);
                   ActionRequest due;
                   due.forceRun = true;

@@ -7,17 +7,22 @@
 #include <unistd.h>
 #include <utility>
 
-PrivateDisplay::PrivateDisplay() {
+PrivateDisplay::PrivateDisplay(Options const& options) {
     int ends[2];
     if (pipe(ends) != 0) throw std::runtime_error("cannot make a pipe");
     fcntl(ends[0], F_SETFD, FD_CLOEXEC);
-    std::string const descriptor = std::to_string(ends[1]);
+    std::vector<std::string> command{"Xvfb",      "-displayfd", std::to_string(ends[1]),
+                                     "-screen",   "0",          options.screen,
+                                     "-nolisten", "tcp",        "-noreset"};
+    command.insert(command.end(), options.arguments.begin(), options.arguments.end());
+    std::vector<char*> arguments;
+    for (std::string& argument : command) arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
     m_server = fork();
     if (m_server == 0) {
         int const nowhere = open("/dev/null", O_RDWR);
         dup2(nowhere, STDERR_FILENO);
-        execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1024x768x24", "-nolisten",
-               "tcp", "-noreset", static_cast<char*>(nullptr));
+        execvp("Xvfb", arguments.data());
         _exit(127);
     }
     close(ends[1]);

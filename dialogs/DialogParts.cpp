@@ -1,0 +1,202 @@
+#include "dialogs/DialogParts.h"
+
+#include "app/ClientSender.h"
+#include "app/ExitCleanup.h"
+#include "app/ProcessState.h"
+#include "app/WidgetHelpers.h"
+
+#include <X11/Shell.h>
+#include <X11/StringDefs.h>
+#include <X11/Xaw/AsciiText.h>
+#include <X11/Xaw/Command.h>
+#include <X11/Xaw/Form.h>
+#include <X11/Xaw/Label.h>
+#include <algorithm>
+#include <cwchar>
+#include <memory>
+
+namespace {
+
+// Windows are measured in 16 bits, positions in 15.
+constexpr int cWidestWindow = 32767;
+
+} // namespace
+
+void EndForDialogFailure(char const* dialogName) {
+    SendErrorToClient(
+        ClientUIErrorMessage(ClientUIErrorMessage::TextNotConvertible, MakeUTF8Ref(dialogName)));
+    ExitCleanup(0, "TranscodeError");
+}
+
+Dimension WidgetWidth(int width) {
+    return static_cast<Dimension>(std::clamp(width, 1, cWidestWindow));
+}
+
+int WidthOf(Widget widget) {
+    Dimension width = 0;
+    WidgetArguments().Number(XtNwidth, reinterpret_cast<XtArgVal>(&width)).ReadFrom(widget);
+    return width;
+}
+
+int BorderWidthOf(Widget widget) {
+    Dimension width = 0;
+    WidgetArguments().Number(XtNborderWidth, reinterpret_cast<XtArgVal>(&width)).ReadFrom(widget);
+    return width;
+}
+
+WidgetArguments& WidgetArguments::Add(String name, XtArgVal value) {
+    m_arguments.at(m_count++) = Arg{name, value};
+    return *this;
+}
+
+WidgetArguments& WidgetArguments::Text(String name, std::string const& value) {
+    return Add(name, reinterpret_cast<XtArgVal>(value.c_str()));
+}
+
+WidgetArguments& WidgetArguments::Under(Widget widget) {
+    return widget ? Add(XtNfromVert, reinterpret_cast<XtArgVal>(widget)) : *this;
+}
+
+WidgetArguments& WidgetArguments::International() {
+    return Add(XtNinternational, international ? True : False);
+}
+
+Widget WidgetArguments::Create(Widget parent, char const* name, WidgetClass kind) {
+    return XtCreateManagedWidget(name, kind, parent, m_arguments.data(), m_count);
+}
+
+Widget WidgetArguments::CreateShell() {
+    return XtAppCreateShell(nullptr, nullptr, applicationShellWidgetClass, display, m_arguments.data(),
+                            m_count);
+}
+
+void WidgetArguments::ApplyTo(Widget widget) {
+    XtSetValues(widget, m_arguments.data(), m_count);
+}
+
+void WidgetArguments::ReadFrom(Widget widget) {
+    XtGetValues(widget, m_arguments.data(), m_count);
+}
+
+Widget CreateDialogShell(std::string const& title) {
+    return WidgetArguments().Text(XtNtitle, title).International().CreateShell();
+}
+
+void RealizeDialog(Widget shell) {
+    XtRealizeWidget(shell);
+}
+
+void PlaceDialog(Widget shell) {
+    CenterDialogOnDisplay(shell);
+    ListenForClose(shell);
+}
+
+void ShowDialog(Widget shell, Widget pane) {
+    RealizeDialog(shell);
+    PlaceDialog(shell);
+    OverrideScrollbarTranslations(TextScrollbar(pane));
+}
+
+Widget CreateForm(Widget shell) {
+    return WidgetArguments().Create(shell, "form", formWidgetClass);
+}
+
+Widget CreateLine(Widget form, char const* name, std::string const& text, Widget above) {
+    return WidgetArguments()
+        .Number(XtNborderWidth, 0)
+        .Number(XtNjustify, XtJustifyLeft)
+        .Text(XtNlabel, CutForWidget(text))
+        .Under(above)
+        .International()
+        .Create(form, name, labelWidgetClass);
+}
+
+Widget CreateButton(Widget form, char const* name, std::string const& label, Widget above,
+                    XtCallbackProc callback) {
+    Widget const button = WidgetArguments()
+                              .Text(XtNlabel, CutForWidget(label))
+                              .Under(above)
+                              .International()
+                              .Create(form, name, commandWidgetClass);
+    XtAddCallback(button, XtNcallback, callback, nullptr);
+    return button;
+}
+
+namespace {
+
+// Null for a text that is none in the locale's encoding.
+std::unique_ptr<std::wstring> WideText(std::string const& text) {
+    std::mbstate_t shift{};
+    char const* rest = text.c_str();
+    auto wide = std::make_unique<std::wstring>(text.size(), L'\0');
+    std::size_t const length = std::mbsrtowcs(wide->data(), &rest, wide->size(), &shift);
+    if (length == static_cast<std::size_t>(-1)) return nullptr;
+    wide->resize(length);
+    return wide;
+}
+
+void ReplacePaneText(Widget pane, std::wstring& text) {
+    XawTextPosition const end = XawTextSourceScan(XawTextGetSource(pane), 0, XawstAll, XawsdRight, 1, True);
+    XawTextBlock block{0, static_cast<int>(text.size()), reinterpret_cast<char*>(text.data()), XawFmtWide};
+    WidgetArguments().Number(XtNeditType, XawtextEdit).ApplyTo(pane);
+    XawTextReplace(pane, 0, end, &block);
+    WidgetArguments().Number(XtNeditType, XawtextRead).ApplyTo(pane);
+    XawTextSetInsertionPoint(pane, 0);
+}
+
+} // namespace
+
+// An international pane converts what it is given as `string` and frees no part of the conversion; it takes a
+// wide text as it stands.
+void SetPaneText(Widget pane, std::string const& text) {
+    std::unique_ptr<std::wstring> const wide = international ? WideText(text) : nullptr;
+    if (wide)
+        ReplacePaneText(pane, *wide);
+    else
+        WidgetArguments().Text(XtNstring, text).ApplyTo(pane);
+}
+
+Widget CreateTextPane(Widget form, char const* name, int width, int height, Widget above,
+                      std::string const& text) {
+    Widget const pane = WidgetArguments()
+                            .Number(XtNtype, XawAsciiString)
+                            .Number(XtNwidth, WidgetWidth(width))
+                            .Number(XtNheight, height)
+                            .Number(XtNscrollVertical, XawtextScrollAlways)
+                            .Number(XtNwrap, XawtextWrapWord)
+                            .Number(XtNdisplayCaret, False)
+                            .Under(above)
+                            .International()
+                            .Create(form, name, asciiTextWidgetClass);
+    if (!text.empty()) SetPaneText(pane, text);
+    return pane;
+}
+
+void PlaceInRow(std::initializer_list<Widget> buttons, int rightEdge, int border) {
+    for (Widget const button : buttons) {
+        rightEdge -= WidthOf(button);
+        WidgetArguments().Number(XtNhorizDistance, rightEdge).ApplyTo(button);
+        rightEdge -= 6 * border;
+    }
+}
+
+void PlaceUnder(Widget pane, std::initializer_list<Widget> buttons) {
+    int const border = BorderWidthOf(pane);
+    PlaceInRow(buttons, WidthOf(pane) + border, border);
+}
+
+void SetLabel(Widget widget, std::string const& text) {
+    WidgetArguments().Text(XtNlabel, CutForWidget(text)).ApplyTo(widget);
+}
+
+void ShownText::Attach(Widget widget) {
+    m_widget = widget;
+    m_known = false;
+}
+
+void ShownText::Show(std::string const& text) {
+    if (m_known && text == m_text) return;
+    m_set(m_widget, text);
+    m_text = text;
+    m_known = true;
+}
