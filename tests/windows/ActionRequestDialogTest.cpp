@@ -131,6 +131,50 @@ TEST_F(ActionRequestDialog, ButtonsEndAtTheRightEdgeOfThePanes) {
     EXPECT_EQ(Distance("snoozeButton"), 500 + border - Width("form.snoozeButton"));
 }
 
+namespace {
+
+// Puts a line into the display's resources as long as it lives.
+class Resource {
+public:
+    Resource(std::string const& name, std::string const& value, std::string const& valueAfter)
+        : m_name(name), m_valueAfter(valueAfter) {
+        Put(value);
+    }
+    ~Resource() { Put(m_valueAfter); }
+
+private:
+    void Put(std::string const& value) {
+        XrmDatabase database = XtDatabase(display);
+        XrmPutStringResource(&database, m_name.c_str(), value.c_str());
+    }
+
+    std::string m_name;
+    std::string m_valueAfter;
+};
+
+} // namespace
+
+TEST_F(ActionRequestDialog, WideButtonsWidenThePanes) {
+    // As wide as a translation with long words makes them.
+    Resource const wide("*Command.internalWidth", "60", "4");
+    Add({});
+    Open();
+    int const border = static_cast<int>(Number(Find("form.actiondesc"), XtNborderWidth));
+    int const take = Width("form.takeActions");
+    int const cancel = Width("form.cancelAction");
+    int const details = Width("form.actionDetails");
+    int const width = take + cancel + details + Width("form.takeAllActions") + 20 * border;
+    ASSERT_GT(width, 500);
+    EXPECT_EQ(Width("form.actiontitle"), width - border);
+    EXPECT_EQ(Width("form.actiondesc"), width - border);
+    EXPECT_EQ(Width("form.viewport"), width - 15 - border + Width("form.viewport.vertical"));
+    EXPECT_EQ(Distance("takeActions"), width + border - take);
+    EXPECT_EQ(Distance("cancelAction"), width + border - 6 * border - take - cancel);
+    EXPECT_EQ(Distance("actionDetails"), width + border - 12 * border - take - cancel - details);
+    EXPECT_EQ(Distance("snoozeButton"), width + border - Width("form.snoozeButton"));
+    EXPECT_EQ(Width("form.snoozeViewport"), 400 + Width("form.snoozeViewport.vertical"));
+}
+
 TEST_F(ActionRequestDialog, ViewportsHaveRoomForTheirBars) {
     Add({});
     Open();
