@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <stdexcept>
+#include <sys/personality.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -78,6 +79,7 @@ ClientSession::ClientSession(Options const& options) {
 
     m_process = fork();
     if (m_process == 0) {
+        if (options.fixedAddresses) personality(ADDR_NO_RANDOMIZE);
         std::signal(SIGPIPE, options.ignoreSigpipe ? SIG_IGN : SIG_DFL);
         dup2(toProgram.read, STDIN_FILENO);
         dup2(fromProgram.write, STDOUT_FILENO);

@@ -25,6 +25,9 @@ public:
         std::map<std::string, std::string> environment;
         // The program starts with SIGPIPE ignored, as its parent may have arranged.
         bool ignoreSigpipe = false;
+        // The program's memory lies at the same addresses in every run, where the machine allows it, so that
+        // a user at the screen can ask its widgets for values.
+        bool fixedAddresses = false;
     };
 
     ClientSession();

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "tools/screen-user/Widget.h"
+
+#include <string>
+
+namespace ScreenUser {
+
+// Keeps a picture of a window, or of the whole screen, in a file, whose ending tells the form, such as
+// ".png". What lies over the window is in the picture. Runs the program `import`. Throws UserError. `display`
+// as for a User; the environment's DISPLAY if empty.
+void TakePicture(std::string const& display, std::string const& file, WindowID window = cNoWindow);
+
+} // namespace ScreenUser

@@ -1,0 +1,108 @@
+#include "tools/screen-user/Widget.h"
+
+#include "tools/screen-user/UserError.h"
+
+#include <algorithm>
+#include <iomanip>
+#include <sstream>
+
+namespace ScreenUser {
+
+namespace {
+
+// The names of a path; the empty path has none.
+std::vector<std::string_view> NamesOf(std::string_view path) {
+    std::vector<std::string_view> names;
+    if (path.empty()) return names;
+    for (;;) {
+        std::size_t const dot = path.find('.');
+        names.push_back(path.substr(0, dot));
+        if (dot == std::string_view::npos) return names;
+        path.remove_prefix(dot + 1);
+    }
+}
+
+// How many widgets lie between each widget and the shell.
+std::vector<std::size_t> DepthsOf(WidgetTree const& tree) {
+    std::vector<std::size_t> depths;
+    for (Widget const& widget : tree) depths.push_back(widget.parent ? depths[*widget.parent] + 1 : 0);
+    return depths;
+}
+
+} // namespace
+
+bool Area::Contains(Point point) const {
+    return point.x >= x && point.y >= y && point.x < x + width && point.y < y + height;
+}
+
+Area Area::Intersection(Area const& other) const {
+    int const left = std::max(x, other.x);
+    int const top = std::max(y, other.y);
+    int const right = std::min(x + width, other.x + other.width);
+    int const bottom = std::min(y + height, other.y + other.height);
+    return {left, top, std::max(right - left, 0), std::max(bottom - top, 0)};
+}
+
+bool IsBelow(Widget const& widget, Widget const& ancestor) {
+    return ancestor.identity.size() < widget.identity.size() &&
+           std::equal(ancestor.identity.begin(), ancestor.identity.end(), widget.identity.begin());
+}
+
+Widget const* FindByPath(WidgetTree const& tree, std::string_view path) {
+    std::vector<std::string_view> const names = NamesOf(path);
+    std::vector<std::size_t> const depths = DepthsOf(tree);
+    // Whether the widget lies on the path, that is, all names down to it are the path's.
+    std::vector<bool> onPath;
+    for (std::size_t index = 0; index < tree.size(); ++index) {
+        Widget const& widget = tree[index];
+        std::size_t const depth = depths[index];
+        onPath.push_back(depth == 0 || (depth <= names.size() && onPath[*widget.parent] &&
+                                        names[depth - 1] == widget.name));
+        if (onPath.back() && depth == names.size()) return &widget;
+    }
+    return nullptr;
+}
+
+std::vector<Widget> FindByClass(WidgetTree const& tree, std::string_view className) {
+    std::vector<Widget> found;
+    std::copy_if(tree.begin(), tree.end(), std::back_inserter(found),
+                 [&](Widget const& widget) { return widget.className == className; });
+    return found;
+}
+
+Widget const& Current(WidgetTree const& tree, Widget const& widget) {
+    auto const current = std::find_if(tree.begin(), tree.end(),
+                                      [&](Widget const& other) { return other.identity == widget.identity; });
+    if (current == tree.end())
+        throw UserError("The widget \"" + widget.name + "\" of class " + widget.className + " has gone.");
+    return *current;
+}
+
+std::string PathOf(WidgetTree const& tree, std::size_t index) {
+    std::vector<std::string_view> names;
+    for (; tree[index].parent; index = *tree[index].parent) names.push_back(tree[index].name);
+    std::string path;
+    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+        if (name != names.rbegin()) path += '.';
+        path += *name;
+    }
+    return path;
+}
+
+std::string Describe(WidgetTree const& tree) {
+    std::ostringstream text;
+    std::vector<std::size_t> const depths = DepthsOf(tree);
+    for (std::size_t index = 0; index < tree.size(); ++index) {
+        Widget const& widget = tree[index];
+        text << std::string(2 * depths[index], ' ') << widget.className << " \"" << PathOf(tree, index)
+             << '"';
+        if (widget.window != cNoWindow)
+            text << " 0x" << std::hex << widget.window << std::dec << ' ' << widget.area.width << 'x'
+                 << widget.area.height << " at " << widget.area.x << ',' << widget.area.y
+                 << (widget.mapped ? "" : " not mapped");
+        text << '\n';
+    }
+    return text.str();
+}
+
+} // namespace ScreenUser
