@@ -17,6 +17,7 @@ Instant ActionRequestStore::EarliestForcedDeadline() {
 void ActionRequestStore::Update(ActionRequest const& request, Instant floor) {
     ActionRequest& stored = m_actions[request.id];
     stored = request;
+    if (!stored.forceRun) return;
     NullOr<Instant> const deadline = stored.Deadline();
-    if (stored.forceRun && deadline && *deadline < floor) stored.deadline = TimeObject(floor, TimeZone());
+    if (deadline && *deadline < floor) stored.deadline = TimeObject(floor, TimeZone());
 }

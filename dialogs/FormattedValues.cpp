@@ -6,19 +6,12 @@
 #include "text/Transcoder.h"
 #include "time/TimeText.h"
 
-#include <array>
-
 namespace {
 
-using DayNames = std::array<char const*, 7>;
-
-constexpr DayNames cLongDayNames = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                    "Thursday", "Friday", "Saturday"};
-constexpr DayNames cShortDayNames = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-
-AutoUString<UTF8> NameOf(DayOfWeek day, DayNames const& names) {
-    auto const index = static_cast<std::size_t>(day);
-    return MakeUString(UFormat(index < names.size() ? names[index] : "???"));
+AutoUString<UTF8> NameOf(DayOfWeek day, UStringRef<UTF8> (*englishName)(DayOfWeek)) {
+    if (day > DayOfWeek::Saturday) return MakeUString(UFormat("???"));
+    UStringRef<UTF8> const name = englishName(day);
+    return MakeUString(UFormat(name, name));
 }
 
 } // namespace
@@ -41,11 +34,11 @@ AutoUString<UTF8> FormattedDateRecord(DateRecord const& date) {
 }
 
 AutoUString<UTF8> FormattedLongDayOfWeek(DayOfWeek const& day) {
-    return NameOf(day, cLongDayNames);
+    return NameOf(day, FullNameOfDayOfWeek);
 }
 
 AutoUString<UTF8> FormattedShortDayOfWeek(DayOfWeek const& day) {
-    return NameOf(day, cShortDayNames);
+    return NameOf(day, DayOfWeekToText);
 }
 
 AutoUString<UTF8> FormattedNumber(unsigned long number) {

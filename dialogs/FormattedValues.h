@@ -7,7 +7,8 @@
 // Numbers, times and days as texts for the user.
 namespace UnixPlatform {
 
-// Date and time in the process's zone: "Sun, 02 Jan 2011 08:05:09".
+// Date and time in the process's zone: "Sun, 02 Jan 2011 08:05:09". The offset is the one in force now, not
+// the one at the instant.
 AutoUString<UTF8> FormattedLocalTime(Instant const& instant);
 AutoUString<UTF8> FormattedTimeOfDay(TimeOfDay const& time); // "08:05:09"
 // "Sun, 02 Jan 2011". Throws InvalidMonth for a month outside 1 to 12.

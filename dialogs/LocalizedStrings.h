@@ -8,7 +8,8 @@
 // item and its shortcut.
 //
 // Failures are those of rendering a format. Texts for widgets come in the encoding of the locale; one that
-// the locale cannot spell comes as "<Invalid String>".
+// cannot be converted comes as the marker "<Invalid String>", and making that marker can fail too (see
+// format/PlatformString.h).
 namespace LocalizedStrings {
 
 // Texts

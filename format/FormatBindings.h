@@ -6,7 +6,9 @@
 
 // How the variables of a format text get their values.
 //
-// Names that begin with an underscore are reserved for characters that a text cannot hold as they are:
+// Names that begin with an underscore are reserved for characters that cannot always be written as they are:
+// a "{" begins a variable in every text, and a line of a translation file holds no tab, carriage return or
+// line feed. A "}" on its own may stand as it is.
 //
 //   {_obrace} {     {_tab} tab            {_crlf} carriage return and line feed
 //   {_cbrace} }     {_lf}  line feed      {_cr}   carriage return

@@ -1,25 +1,48 @@
 #include "format/MakeUString.h"
 
+#include <array>
+
+// The text is walked once. The values of its segments are gathered before anything is allocated, so that the
+// result takes one piece of memory of its own size, or none when it fits into the string object, whatever a
+// translation repeats or leaves out. What comes behind the gathered segments, in a text longer than any
+// sentence, is appended by the string's rule of growth, and the result copied to its own size at the end.
+
 namespace {
 
-void AppendSegments(AutoUString<UTF8>& result, FormattedStringIterator segment, FormattedStringIterator end) {
+constexpr std::size_t cGatheredSegments = 32;
+
+// Without a value until a segment is gathered, so that a short text does not pay for clearing all pieces.
+struct Piece {
+    unsigned char const* begin;
+    std::size_t size;
+};
+
+void AppendRest(AutoUString<UTF8>& result, FormattedStringIterator& segment,
+                FormattedStringIterator const& end) {
     for (; segment != end; ++segment) result += *segment;
+    result = AutoUString<UTF8>(result.Ref());
 }
 
-// Enough for every text that repeats no argument, so that most results take one piece of memory at the most.
-template <std::size_t N>
-std::size_t ExpectedSize(FormatPlusArguments<N> const& format) {
-    std::size_t size = format.overrideFormat.SizeInBytes();
-    for (UStringRef<UTF8> const& argument : format.arguments) size += argument.SizeInBytes();
-    return size;
+AutoUString<UTF8> Joined(FormattedStringIterator& segment, FormattedStringIterator const& end) {
+    Piece pieces[cGatheredSegments];
+    std::size_t count = 0;
+    std::size_t size = 0;
+    for (; segment != end && count < cGatheredSegments; ++segment) {
+        UStringRef<UTF8> const value = *segment;
+        pieces[count++] = {value.begin(), value.SizeInBytes()};
+        size += value.SizeInBytes();
+    }
+    AutoUString<UTF8> result(UTF8(), 0, size);
+    for (Piece const* piece = pieces; piece != pieces + count; ++piece)
+        result += UStringRef<UTF8>(UTF8(), piece->begin, piece->begin + piece->size);
+    if (segment != end) AppendRest(result, segment, end);
+    return result;
 }
 
 } // namespace
 
 AutoUString<UTF8> MakeUString(FormattedStringIterator first, FormattedStringIterator last) {
-    AutoUString<UTF8> result;
-    AppendSegments(result, first, last);
-    return result;
+    return Joined(first, last);
 }
 
 template <std::size_t N>
@@ -28,12 +51,9 @@ requires(N <= 2) AutoUString<UTF8> MakeUString(FormatPlusArguments<N> const& for
     MakeFormatParameterBindings(
         format.format, ConstArrayOf<UStringRef<UTF8>>(format.arguments.data(), format.arguments.data() + N),
         ArrayOf<FormatBinding>(bindings.data(), bindings.data() + N));
-    AutoUString<UTF8> result(UTF8(), 0, ExpectedSize(format));
-    AppendSegments(result,
-                   FormattedStringIterator(format.overrideFormat,
-                                           ConstArrayOf<FormatBinding>(bindings.data(), bindings.data() + N)),
-                   FormattedStringIterator::EndOf(format.overrideFormat));
-    return result;
+    FormattedStringIterator first(format.overrideFormat,
+                                  ConstArrayOf<FormatBinding>(bindings.data(), bindings.data() + N));
+    return Joined(first, FormattedStringIterator::EndOf(format.overrideFormat));
 }
 
 template AutoUString<UTF8> MakeUString(FormatPlusArguments<0> const&);

@@ -19,6 +19,8 @@ public:
     UStringRef<UTF8> operator*() const {
         return FormatSegmentValue(UFormatIterator::operator*(), m_bindings);
     }
+    // The base's would give the name of a variable where `*` gives its value.
+    UFormatSegment const* operator->() const = delete;
     FormattedStringIterator& operator++() {
         GetNextSegment();
         return *this;
@@ -30,10 +32,12 @@ private:
     ConstArrayOf<FormatBinding> m_bindings;
 };
 
-// The values of all segments of a range, one behind another.
+// The values of all segments of a range, one behind another, in a capacity of exactly their size, or the
+// string's own 64 bytes. Allocates nothing but the result; for up to 32 segments in one piece. Throws what
+// walking the range throws.
 AutoUString<UTF8> MakeUString(FormattedStringIterator first, FormattedStringIterator last);
 
-// Renders a format of up to two arguments; allocates for the result at most. Throws what
+// Renders a format of up to two arguments, with the memory of the form above and no other. Throws what
 // MakeFormatParameterBindings throws for the original, and for the text to render BadFormatStringError,
 // ImproperFormatVariableName for "{}" and UndefinedFormatVariable for a name that the original does not have.
 // A translation that fails is not replaced by the default.

@@ -15,14 +15,11 @@ AutoNullTerminated<Local8Bit> LocalOrMarker(UStringRef<UTF8> const& text) {
 
 } // namespace
 
-AutoNullTerminated<Local8Bit> MakePlatformString(FormatPlusArguments<0> const& format) {
+template <std::size_t N>
+requires(N <= 2) AutoNullTerminated<Local8Bit> MakePlatformString(FormatPlusArguments<N> const& format) {
     return LocalOrMarker(MakeUString(format));
 }
 
-AutoNullTerminated<Local8Bit> MakePlatformString(FormatPlusArguments<1> const& format) {
-    return LocalOrMarker(MakeUString(format));
-}
-
-AutoNullTerminated<Local8Bit> MakePlatformString(FormatPlusArguments<2> const& format) {
-    return LocalOrMarker(MakeUString(format));
-}
+template AutoNullTerminated<Local8Bit> MakePlatformString(FormatPlusArguments<0> const&);
+template AutoNullTerminated<Local8Bit> MakePlatformString(FormatPlusArguments<1> const&);
+template AutoNullTerminated<Local8Bit> MakePlatformString(FormatPlusArguments<2> const&);

@@ -27,6 +27,10 @@ template <std::size_t N>
 struct FormatPlusArguments {
     FormatPlusArguments(UStringRef<UTF8> const& key, UStringRef<UTF8> const& textToRender) requires(N == 0)
         : format(key), overrideFormat(textToRender) {}
+    template <class Key, class Text>
+    requires(N == 0 && (ExpiringUTF8Text<Key> || ExpiringUTF8Text<Text>))
+        FormatPlusArguments(Key&& key, Text&& textToRender)
+    = delete;
     // The same with one argument more, which goes to the end.
     template <std::size_t shorter>
     requires(shorter + 1 == N)

@@ -2,6 +2,7 @@
 
 #include "text/UStringRef.h"
 
+#include <cstdint>
 #include <exception>
 
 // Failures of the program are classes thrown by value. Most carry no data: the class is the meaning, and the

@@ -50,12 +50,11 @@ ICUResult SetCallbacks(UConverter* converter, UConverterFromUCallback fromUnicod
     return MakeResult(code, "ucnv_setToUCallBack");
 }
 
-// To check a substitute, the converter service tries it on a copy of the converter. The copy of this one set
-// shares its tables with the original, and both free them.
-bool CopiesBadly(UConverter const* converter) {
-    UErrorCode code = U_ZERO_ERROR;
-    char const* const name = ucnv_getName(converter, &code);
-    return name && ucnv_compareNames(name, "x11-compound-text") == 0;
+// Under this name the converter service keeps a converter that forgets nothing when it is reset, so that a
+// text would begin in the alphabet that the one before ended with. Its copies, on which a substitute is
+// tried, share their tables with it, and both free them.
+bool IsUsable(std::string const& name) {
+    return name != "x11-compound-text";
 }
 
 template <class E>
@@ -114,7 +113,10 @@ CharacterSetResult CopyUnchecked(UStringRef<From> const& input, To encoding, Aut
 // Making a set
 
 CharacterSet::CharacterSet(std::string const& name, InvalidCharacterAction action, bool strict)
-    : CharacterSet(name.c_str(), action, strict) {
+    : m_action(action) {
+    // The service would take such a name for its beginning.
+    if (name.find('\0') != std::string::npos) throw ICUResult(U_FILE_ACCESS_ERROR, "ucnv_open");
+    Construct(name.c_str(), strict);
 }
 
 CharacterSet::CharacterSet(ConstData const& name, InvalidCharacterAction action, bool strict)
@@ -135,9 +137,10 @@ void CharacterSet::Construct(char const* name, bool strict) {
     UErrorCode code = U_ZERO_ERROR;
     m_converter.reset(ucnv_open(name, &code));
     if (U_FAILURE(code)) throw ICUResult(code, "ucnv_open");
+    m_name = ucnv_getName(m_converter.get(), &code);
+    if (!IsUsable(m_name)) throw ICUResult(U_UNSUPPORTED_ERROR, "ucnv_open");
     ICUResult const applied = ApplyAction(strict);
     if (!applied.IsSuccess()) throw applied;
-    m_name = ucnv_getName(m_converter.get(), &code);
     m_isUTF8 = m_name == "UTF-8";
 }
 
@@ -172,7 +175,6 @@ ICUResult CharacterSet::SetEscapeInvalidCharacters(char const* style) {
 // before.
 ICUResult CharacterSet::SetSubstituteInvalidCharacters(unsigned short const* substitute, bool) {
     if (!substitute) return ICUResult(U_ILLEGAL_ARGUMENT_ERROR, "ucnv_setSubstString");
-    if (CopiesBadly(m_converter.get())) return ICUResult(U_UNSUPPORTED_ERROR, "ucnv_setSubstString");
     UErrorCode code = U_ZERO_ERROR;
     ucnv_setSubstString(m_converter.get(), substitute, u_strlen(substitute), &code);
     if (U_FAILURE(code)) return MakeResult(code, "ucnv_setSubstString");
@@ -200,7 +202,8 @@ int CharacterSet::MaxCharSize() const {
 template <class E>
 E CharacterSet::MakeEncoding() const {
     if constexpr (std::is_same_v<E, IANANamedTextEncoding>) {
-        return E(MakeConstData(StandardizedCharacterSetName(m_name)));
+        // A text that is UTF-8 already costs a copy alone: the service is not asked for the name.
+        return m_isUTF8 ? E("UTF-8"_data) : E(MakeConstData(StandardizedCharacterSetName(m_name)));
     } else {
         return E();
     }
@@ -269,7 +272,7 @@ template <class From>
 CharacterSetResult CharacterSet::ConvertToUTF8Pivot(UStringRef<From> const& input,
                                                     AutoUString<UTF8>& output) const {
     CharacterSet utf8("UTF-8", m_action, false);
-    utf8.TakeEscapeStyleOf(*this);
+    utf8.ServeAsOtherEndOf(*this);
     return ConvertByPivot(input, utf8, UTF8(), output);
 }
 
@@ -300,16 +303,22 @@ template <class To>
 CharacterSetResult CharacterSet::ConvertFromUTF8Pivot(UStringRef<UTF8> const& input,
                                                       AutoUString<To>& output) const {
     CharacterSet utf8("UTF-8", m_action, false);
-    utf8.TakeEscapeStyleOf(*this);
+    utf8.ServeAsOtherEndOf(*this);
     return utf8.ConvertByPivot(input, *this, MakeEncoding<To>(), output);
 }
 
-void CharacterSet::TakeEscapeStyleOf(CharacterSet const& other) {
-    if (m_action != InvalidCharacterAction::Escape) return;
-    UConverterFromUCallback callback = nullptr;
-    void const* style = nullptr;
-    ucnv_getFromUCallBack(other.m_converter.get(), &callback, &style);
-    SetEscapeInvalidCharacters(AsChars(style));
+// As far as this end escapes, it spells as the set does. A surrogate that the set's bytes spell alone comes
+// to light only here, and is bad input on the way into Unicode none the less.
+void CharacterSet::ServeAsOtherEndOf(CharacterSet const& set) {
+    if (m_action == InvalidCharacterAction::Escape) {
+        UConverterFromUCallback callback = nullptr;
+        void const* style = nullptr;
+        ucnv_getFromUCallBack(set.m_converter.get(), &callback, &style);
+        SetEscapeInvalidCharacters(AsChars(style));
+    } else if (m_action == InvalidCharacterAction::Substitute) {
+        UChar const replacement[] = {0xFFFD, 0};
+        SetSubstituteInvalidCharacters(replacement, false);
+    }
 }
 
 CharacterSetResult CharacterSet::ConvertToUTF8(UStringRef<Local8Bit> const& input,
@@ -406,12 +415,18 @@ CharacterSetResult CharacterSet::ConvertByPivot(UStringRef<From> const& input, C
 CharacterSetResult CharacterSet::Convert(char const*& source, char const* sourceEnd,
                                          CharacterSet const& target, char*& room, char* roomEnd, Pivot& pivot,
                                          bool isLast) const {
+    if (!pivot.m_started) {
+        ucnv_resetToUnicode(m_converter.get());
+        ucnv_resetFromUnicode(target.m_converter.get());
+        pivot.m_started = true;
+    }
+    // A reset by this call would drop what a set begins each text with, such as the designator of
+    // ISO-2022-KR.
+    constexpr UBool cReset = false;
     UErrorCode code = U_ZERO_ERROR;
     ucnv_convertEx(target.m_converter.get(), m_converter.get(), &room, roomEnd, &source, sourceEnd,
-                   pivot.m_units, &pivot.m_readNext, &pivot.m_writeNext, std::end(pivot.m_units),
-                   !pivot.m_started, isLast, &code);
-    pivot.m_started = true;
+                   pivot.m_units, &pivot.m_readNext, &pivot.m_writeNext, std::end(pivot.m_units), cReset,
+                   isLast, &code);
     if (U_SUCCESS(code)) return CharacterSetResult();
-    ICUResult const failure(code, "ucnv_convertEx");
-    return code == U_BUFFER_OVERFLOW_ERROR ? CharacterSetResult(failure) : MakePivotFailure(failure, target);
+    return MakePivotFailure(ICUResult(code, "ucnv_convertEx"), target);
 }

@@ -47,11 +47,13 @@ public:
     static constexpr std::size_t maxUnitsInOneCall = std::size_t(1) << 22;
 
     // The set of that name, or of an alias that the converter service knows, in any case and punctuation; a
-    // null name opens the service's default. A name ends at its first NUL. The flag is for callers that tell
-    // strict from lenient use; both are the same here.
+    // null name opens the service's default. The flag is for callers that tell strict from lenient use; both
+    // are the same here.
     //
-    // Throws ICUResult: with the function "ucnv_open" for a name that the service does not know or an empty
-    // one, with "InvalidCharacterAction" for an action that is none of the three, and with the name of the
+    // Throws ICUResult: with the function "ucnv_open" and U_FILE_ACCESS_ERROR for a name that the service
+    // does not know, or with a NUL inside; with that function and another code for an empty name, and for the
+    // set "x11-compound-text" (U_UNSUPPORTED_ERROR), whose converter carries the state of one text into the
+    // next; with "InvalidCharacterAction" for an action that is none of the three; and with the name of the
     // call for one that could not put the action in force.
     CharacterSet(std::string const& name, InvalidCharacterAction action, bool strict);
     CharacterSet(char const* name, InvalidCharacterAction action, bool strict);
@@ -62,12 +64,21 @@ public:
 
     // Change the action. A failure is returned, and the action before stays in force.
     ICUResult SetStopOnInvalidCharacter();
-    // `style` chooses the way of spelling: null for the one above, "C", "J" or "X" for the converter
-    // service's other ones. It is read in conversions and must outlive the set.
+    // `style` chooses the way of spelling. For U+65E5, U+1F600 and the byte FF:
+    //
+    //     null   %U65E5 %UD83D%UDE00 %XFF    the one above
+    //     "C"    \u65E5 \U0001F600 \xFF
+    //     "D"    &#26085; &#128512; &#255;
+    //     "X"    &#x65E5; &#x1F600; &#xFF;
+    //     "J"    \u65E5 \uD83D\uDE00 %XFF
+    //     "S"    \65E5 \1F600 %XFF           with a space behind each character, though not behind a byte
+    //     "U"    {U+65E5} {U+1F600} %XFF
+    //
+    // The first letter decides, in capitals; a style with any other is taken for null without a word. The
+    // text is read in conversions and must outlive the set.
     ICUResult SetEscapeInvalidCharacters(char const* style);
     // `substitute` ends with a NUL and is written on the way out of Unicode; it must be convertible and short
     // (up to 32 bytes in the set). It is copied. A null pointer is refused with U_ILLEGAL_ARGUMENT_ERROR.
-    // The set "x11-compound-text" takes no substitute and answers with U_UNSUPPORTED_ERROR.
     ICUResult SetSubstituteInvalidCharacters(unsigned short const* substitute, bool strict);
 
     InvalidCharacterAction Action() const { return m_action; }
@@ -87,7 +98,9 @@ public:
 
     // From this set into UTF-8 and back. A set that is UTF-8 itself copies the bytes without looking at them:
     // what claims to be UTF-8 is not checked here. The encoding tag of a named input is not looked at; the
-    // one of a named output tells this set by its standardised name.
+    // one of a named output tells this set by its standardised name. For two sets that is a name under which
+    // another one opens: "ibm-1363_P11B-1998" (then "windows-949-2000") and "ibm-874_P100-1995"
+    // ("windows-874-2000").
     CharacterSetResult ConvertToUTF8(UStringRef<Local8Bit> const& input, AutoUString<UTF8>& output) const;
     CharacterSetResult ConvertToUTF8(UStringRef<IANANamedTextEncoding> const& input,
                                      AutoUString<UTF8>& output) const;
@@ -142,7 +155,8 @@ private:
 
     void Construct(char const* name, bool strict);
     ICUResult ApplyAction(bool strict);
-    void TakeEscapeStyleOf(CharacterSet const& other);
+    // Sets this one up as the UTF-8 end of a conversion into or out of `set`, whose action it has.
+    void ServeAsOtherEndOf(CharacterSet const& set);
 
     template <class From>
     CharacterSetResult ToUTF8(UStringRef<From> const& input, AutoUString<UTF8>& output) const;

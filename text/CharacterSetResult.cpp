@@ -1,46 +1,30 @@
 #include "text/CharacterSetResult.h"
 
+#include "text/CodeUnits.h"
+
 namespace {
 
-void AppendUTF8(std::uint32_t character, std::string& text) {
-    auto const append = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
-    if (character < 0x80) {
-        append(character);
-        return;
-    }
-    if (character < 0x800) {
-        append(0xC0 | character >> 6);
-    } else if (character < 0x10000) {
-        append(0xE0 | character >> 12);
-        append(0x80 | (character >> 6 & 0x3F));
-    } else {
-        append(0xF0 | character >> 18);
-        append(0x80 | (character >> 12 & 0x3F));
-        append(0x80 | (character >> 6 & 0x3F));
-    }
-    append(0x80 | (character & 0x3F));
+void AppendUTF8(CodeUnits::Value character, std::string& text) {
+    using Form = CodeUnits::Form<UTF8>;
+    Form::Unit bytes[Form::longest];
+    Form::Unit* end = bytes;
+    Form::Put(character, end);
+    text.append(bytes, end);
 }
 
-bool IsSurrogate(std::uint16_t unit) {
-    return (unit & 0xF800) == 0xD800;
-}
-
-// `count` is not 0.
-bool StartsWithPair(std::uint16_t const* units, std::size_t count) {
-    return count > 1 && (units[0] & 0xFC00) == 0xD800 && (units[1] & 0xFC00) == 0xDC00;
+// The character at `next`, which moves behind it; U+FFFD for a surrogate without its partner.
+CodeUnits::Value TakeOrReplace(std::uint16_t const*& next, std::uint16_t const* end) {
+    bool const startsPair = (next[0] & 0xFC00) == 0xD800;
+    if (startsPair && end - next > 1 && (next[1] & 0xFC00) == 0xDC00)
+        return CodeUnits::Form<UTF16>::Take(next);
+    CodeUnits::Value const unit = *next++;
+    return CodeUnits::IsSurrogate(unit) ? 0xFFFD : unit;
 }
 
 std::string MakeUTF8(std::uint16_t const* units, std::size_t count) {
     std::string text;
-    while (count != 0) {
-        std::size_t const size = StartsWithPair(units, count) ? 2 : 1;
-        if (size == 2)
-            AppendUTF8(0x10000u + ((units[0] & 0x3FFu) << 10) + (units[1] & 0x3FFu), text);
-        else
-            AppendUTF8(IsSurrogate(*units) ? 0xFFFD : *units, text);
-        units += size;
-        count -= size;
-    }
+    for (std::uint16_t const* const end = units + count; units != end;)
+        AppendUTF8(TakeOrReplace(units, end), text);
     return text;
 }
 

@@ -13,8 +13,10 @@
 //   Take(next)          the value of the whole character at `next`, which moves behind it
 //   Put(value, out)     writes a value at `out`, which moves behind it; it takes up to `longest` units
 //
-// All refuse by throwing InvalidTextEncoding. Taking and putting are always made inline: the loops of the
-// transcoders keep their places in registers only then.
+// Refusing is to throw InvalidTextEncoding. Take refuses what is no character, in UTF-8 by its form alone;
+// Size of UTF-8 refuses a byte that begins none; Put of UTF-16 refuses a value that UTF-16 cannot hold. The
+// other forms of Put do not look at the value, which must come from Take. Taking and putting are always made
+// inline: the loops of the transcoders keep their places in registers only then.
 namespace CodeUnits {
 
 using Value = std::uint32_t;
@@ -25,7 +27,7 @@ constexpr Value cHighestValue = 0x10FFFF;
     throw InvalidTextEncoding();
 }
 
-// The 11 upper bits of the 21 of a value are those of D800 to DFFF.
+// The 10 upper bits of the 21 of a value are those of D800 to DFFF.
 constexpr bool IsSurrogate(Value value) {
     return (value & 0x1FF800) == 0xD800;
 }

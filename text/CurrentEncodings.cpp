@@ -16,9 +16,19 @@ struct NamedEncoding {
 
 // Objects of the process: made at first use and never destroyed, for the sake of whoever asks at its end.
 
-NamedEncoding& LocalNamedEncoding() {
-    static auto* const local = new NamedEncoding(GetDefaultCharacterSetName());
+// The default is not looked at when another name comes first: the locale's own may be too long to be held.
+NamedEncoding* local = nullptr;
+
+NamedEncoding const& LocalNamedEncoding() {
+    if (!local) local = new NamedEncoding(GetDefaultCharacterSetName());
     return *local;
+}
+
+void SetLocalNamedEncoding(NamedEncoding&& wanted) {
+    if (local)
+        *local = std::move(wanted);
+    else
+        local = new NamedEncoding(std::move(wanted));
 }
 
 NamedEncoding const& UTF8NamedEncoding() {
@@ -29,10 +39,9 @@ NamedEncoding const& UTF8NamedEncoding() {
 } // namespace
 
 void InitializeEncoding(std::string const& localName, bool preferUTF8) {
-    NamedEncoding& local = LocalNamedEncoding();
     NamedEncoding wanted(localName);
     if (preferUTF8 && std::setlocale(LC_ALL, "en_US.UTF-8")) wanted = NamedEncoding("utf-8");
-    local = std::move(wanted);
+    SetLocalNamedEncoding(std::move(wanted));
 }
 
 std::string const& GetLocalEncodingName() {

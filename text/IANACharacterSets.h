@@ -8,6 +8,6 @@
 // byte order; each stands for itself in StandardizedCharacterSetName. The texts live for ever.
 ConstArrayOf<std::string_view> GetIANACharacterSets();
 
-// One line about a set of that list, such as "Western European, Latin 1". ASCII
-// case of the name does not count. Empty for any other name.
+// One line about a set of that list, such as "Western European, Latin 1"; empty for any other name. ASCII
+// case of the name does not count.
 std::string_view GetIANACharacterSetDescription(UStringRef<UTF8> const& name);

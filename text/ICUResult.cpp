@@ -27,12 +27,13 @@ std::int32_t ICUResult::ErrorCode() const {
 
 // The service answers for any code, but its enumeration cannot hold every number.
 char const* ICUResult::ErrorName() const {
-    bool const representable = m_code >= U_ERROR_WARNING_START && m_code < U_ERROR_LIMIT;
-    return u_errorName(representable ? static_cast<UErrorCode>(m_code) : U_ERROR_LIMIT);
+    std::int32_t const code = ErrorCode();
+    bool const representable = code >= U_ERROR_WARNING_START && code < U_ERROR_LIMIT;
+    return u_errorName(representable ? static_cast<UErrorCode>(code) : U_ERROR_LIMIT);
 }
 
 std::string ICUResult::MakeErrorMessage() const {
-    std::string message = "UErrorCode=" + std::to_string(m_code) + " [" + ErrorName() + "]";
+    std::string message = "UErrorCode=" + std::to_string(ErrorCode()) + " [" + ErrorName() + "]";
     if (!m_function.empty()) message += " in " + m_function;
     return message;
 }

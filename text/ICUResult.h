@@ -29,7 +29,7 @@ public:
     // The service's own name of the code, such as "U_FILE_ACCESS_ERROR". Lives for ever.
     virtual char const* ErrorName() const;
 
-    bool IsSuccess() const { return m_code <= 0; }
+    bool IsSuccess() const { return ErrorCode() <= 0; }
     // The call that gave the code.
     std::string const& Function() const { return m_function; }
     // "UErrorCode=4 [U_FILE_ACCESS_ERROR] in ucnv_open"; without a function it ends at the bracket.

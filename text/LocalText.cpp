@@ -30,10 +30,8 @@ std::size_t Checked(std::size_t result) {
 
 // The locale is asked each time, since it can be changed at any moment; asking is cheap.
 bool LocalEncodingIsUTF8() {
-    static IANANamedTextEncoding const withHyphen("UTF-8"_data);
-    static IANANamedTextEncoding const withoutHyphen("UTF8"_data);
-    IANANamedTextEncoding const local = UnixPlatform::IANAEncodingName(Local8Bit());
-    return local == withHyphen || local == withoutHyphen;
+    IANANamedTextEncoding const local = NormalizeIANAEncoding(UnixPlatform::IANAEncodingName(Local8Bit()));
+    return local.Name() == "utf-8"_data || local.Name() == "utf8"_data;
 }
 
 AutoUString<Local8Bit> LocalBytes(UStringRef<UTF8> const& text) {

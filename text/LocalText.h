@@ -14,14 +14,16 @@ namespace UnixPlatform {
 // "ANSI_X3.4-1968". Throws ConstDataCapacityExceeded for a name of more than 48 bytes.
 IANANamedTextEncoding IANAEncodingName(Local8Bit);
 
-// From local text. Throw MultiByteToWideConvertError for bytes that are no text of the local encoding. In a
-// UTF-8 locale the wider forms throw it too.
+// From local text. Throw MultiByteToWideConvertError for bytes that are no text of the local encoding; in a
+// UTF-8 locale only the wider forms do. ToUTF8 throws what IANAEncodingName throws, too.
 AutoUString<UTF8> ToUTF8(UStringRef<Local8Bit> const& text);
 AutoUString<UTF16> ToUTF16(UStringRef<Local8Bit> const& text);
 AutoUString<UTF32> ToUTF32(UStringRef<Local8Bit> const& text);
 
-// To local text. Throw WideToMultiByteConvertError for a character that the local encoding does not have, and
-// InvalidTextEncoding for units that are no text.
+// To local text. Throw WideToMultiByteConvertError for what the local encoding does not have: characters, and
+// in UTF-32 any unit that is no character. UTF-8 and UTF-16 that cannot be read raise InvalidTextEncoding; a
+// surrogate or a value above 0x10FFFF in a UTF-8 form can be read, and raises WideToMultiByteConvertError.
+// From UTF-8 also throws what IANAEncodingName throws.
 AutoUString<Local8Bit> ToLocal8Bit(UStringRef<UTF8> const& text);
 AutoUString<Local8Bit> ToLocal8Bit(UStringRef<UTF16> const& text);
 AutoUString<Local8Bit> ToLocal8Bit(UStringRef<UTF32> const& text);
@@ -37,7 +39,7 @@ UStringRef<Local8Bit> MakeLocalRef(char const* text);
 // View of a C++ text in the local encoding, which must outlive it.
 UStringRef<Local8Bit> MakeLocalRef(std::string const& text);
 
-// Local text for C interfaces, from UTF8, UTF16 or UTF32: ToLocal8Bit with a NUL behind.
+// Local text for C interfaces, from UTF8, UTF16 or UTF32: ToLocal8Bit with a NUL behind. Throws as that does.
 template <class E>
 AutoNullTerminated<Local8Bit> MakeLocalString(UStringRef<E> const& text) {
     return AutoNullTerminated<Local8Bit>(UnixPlatform::ToLocal8Bit(text));

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 // The end of a chain of byte receivers where the bytes become text: takes them as text of `From`, transcodes
 // it, and hands it to a target that it owns. The bytes of a wider `From` are in the machine's byte order.

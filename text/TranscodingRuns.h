@@ -13,7 +13,8 @@
 // of 64 bits, in which the units of a run of 7-bit characters are found and converted together.
 //
 // A word is widened or narrowed as a whole, although characters of other kinds may stand in it: what is
-// written for those lies behind the output's new end and is written over by the next step.
+// written for those lies behind the output's new end, where the next characters are written over it; behind
+// the last ones of a run it is left and counts for nothing.
 namespace TranscodingRuns {
 
 using CodeUnits::Form;
@@ -93,7 +94,7 @@ Places<To, From> Run(typename From::Unit const* next, typename From::Unit const*
     constexpr std::ptrdiff_t inNeed = std::max<std::ptrdiff_t>(step, Form<From>::longest);
     constexpr std::ptrdiff_t outNeed = std::max<std::ptrdiff_t>(step, Form<To>::longest);
     if (end - next < inNeed || outEnd - out < outNeed) return {next, out};
-    // From these places on, less than a step fits.
+    // Behind these places, less than a step fits.
     Unit const* const lastIn = end - inNeed;
     typename To::Unit* const lastOut = outEnd - outNeed;
     while (next <= lastIn && out <= lastOut) {

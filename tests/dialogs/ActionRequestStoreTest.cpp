@@ -1,6 +1,7 @@
 #include "dialogs/ActionRequestStore.h"
 
 #include "dialogs/ActionRequestList.h"
+#include "foundation/Exceptions.h"
 
 #include <gtest/gtest.h>
 
@@ -168,6 +169,18 @@ TEST(ActionRequestStore, TheListThatItWasMadeFromKeepsItsDeadline) {
     ActionRequestStore store;
     store.UpdateActions(requests);
     EXPECT_EQ(*requests[0].Deadline(), past);
+}
+
+TEST(ActionRequestStore, LooksAtTheDeadlineOfForcedActionsOnly) {
+    ActionRequest request = Request(1, "a"_utf8);
+    request.deadline = TimeObject(DateRecord{1, static_cast<Month>(13), 2100}, TimeOfDay(), TimeZone());
+    ActionRequestStore store;
+    EXPECT_NO_THROW(store.UpdateActions(std::vector<ActionRequest>{request}));
+    request.forceRun = true;
+    EXPECT_THROW(store.UpdateActions(std::vector<ActionRequest>{Request(2, "b"_utf8), request}),
+                 InvalidMonth);
+    EXPECT_TRUE(store.HasAction(2));
+    EXPECT_TRUE(store.GetAction(1).forceRun);
 }
 
 TEST(ActionRequestStore, ForcedActionWithoutDeadlineGetsNone) {

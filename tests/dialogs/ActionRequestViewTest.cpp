@@ -28,6 +28,12 @@ std::vector<std::string> Texts(std::vector<ActionRow> const& rows) {
     return texts;
 }
 
+// For texts with a time: the clock may step by a second between two readings.
+void ExpectEither(UStringRef<UTF8> const& text, UStringRef<UTF8> const& atOnce,
+                  UStringRef<UTF8> const& aSecondLater) {
+    EXPECT_TRUE(text == atOnce || text == aSecondLater) << MakeString(text);
+}
+
 } // namespace
 
 TEST(CountText, CountsRows) {
@@ -86,6 +92,28 @@ TEST(PendingView, JoinsDescriptionAndSummary) {
     pending.push_back(request);
     EXPECT_EQ(MakePendingView(pending, SelectedRow(0, 1)).description,
               "{braces} stay\n\nThis action will require a system shutdown."_utf8);
+}
+
+TEST(PendingView, EndsTheDescriptionWithTwoLineEndsWhenThereIsNothingToAdd) {
+    ActionRequestList pending;
+    ActionRequest request = Request(1, "a"_utf8);
+    request.SetDescription("as it is"_utf8);
+    pending.push_back(request);
+    EXPECT_EQ(MakePendingView(pending, SelectedRow(0, 1)).description, "as it is\n\n"_utf8);
+}
+
+TEST(PendingView, PutsAForcedDeadlineOffInTheTextAboutAllAndCountsDownInThatOfOne) {
+    ActionRequestList pending;
+    ActionRequest request = Request(1, "a"_utf8);
+    request.deadline = TimeObject(Instant::Now() + TimeInterval::FromMicroseconds(60000000), TimeZone());
+    request.forceRun = true;
+    pending.push_back(request);
+    ExpectEither(MakePendingView(pending, SelectedRow(-1, 0)).description,
+                 "At least one of these actions will run automatically in 5 minutes, 0 seconds."_utf8,
+                 "At least one of these actions will run automatically in 4 minutes, 59 seconds."_utf8);
+    ExpectEither(MakePendingView(pending, SelectedRow(0, 1)).description,
+                 "\n\nThis action will run automatically in 1 minute, 0 seconds."_utf8,
+                 "\n\nThis action will run automatically in 59 seconds."_utf8);
 }
 
 TEST(PendingView, OfSeveralActionsOfOneIDShowsTheFirst) {

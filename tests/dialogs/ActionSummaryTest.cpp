@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <limits>
 #include <vector>
 
@@ -201,6 +202,17 @@ TEST(ActionSummary, RefusesADeadlineOfNoMonth) {
     ActionRequest action;
     action.deadline = TimeObject(DateRecord{1, static_cast<Month>(13), 2100}, TimeOfDay(), TimeZone());
     EXPECT_THROW(ActionSummary(action, cNow), InvalidMonth);
+    EXPECT_THROW(Pending({action}), InvalidMonth);
+}
+
+// The first of January of the last year that an instant reaches.
+TEST(ActionSummary, GoesByADeadlineHoweverLateItIs) {
+    ActionRequest action = WithoutDeadline(cForced);
+    action.deadline = TimeObject(DateRecord{1, Month::January, 294247}, TimeOfDay(), TimeZone());
+    EXPECT_EQ(Pending({action}),
+              "At least one of these actions will run automatically in 106704500 days."_utf8);
+    EXPECT_EQ(Pending({action, Due(2 * cHour, 0, 2)}),
+              "There is at least one action you must take within 2 hours."_utf8);
 }
 
 // Year 0 is the first of the calendar; a time in the last year does not fit an instant and wraps around.

@@ -2,11 +2,12 @@
 
 #include "foundation/Exceptions.h"
 
+#include "tests/support/LocalZone.h"
 #include "tests/support/UStringPrinting.h"
-#include "tests/time/LocalZone.h"
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <limits>
 
 using namespace UnixPlatform;
@@ -32,6 +33,21 @@ TEST(FormattedLocalTime, GivesDateAndTimeInTheLocalZone) {
     }
     LocalZone const zone("AAA8:30");
     EXPECT_EQ(FormattedLocalTime(instant), "Sat, 01 Jan 2011 23:35:09"_utf8);
+}
+
+// The two zones have their summers at opposite times, so that it is summer in one of them today.
+TEST(FormattedLocalTime, GoesByTheOffsetOfTodayAndNotByThatOfTheInstant) {
+    for (char const* const rules : {"AAA0BBB,M3.5.0,M10.5.0", "AAA0BBB,M10.5.0,M3.5.0"}) {
+        LocalZone const zone(rules);
+        std::time_t const now = std::time(nullptr);
+        bool const isSummer = std::localtime(&now)->tm_isdst > 0;
+        EXPECT_EQ(FormattedLocalTime(Instant::FromMicroseconds(1705312800000000)),
+                  isSummer ? "Mon, 15 Jan 2024 11:00:00"_utf8 : "Mon, 15 Jan 2024 10:00:00"_utf8)
+            << rules;
+        EXPECT_EQ(FormattedLocalTime(Instant::FromMicroseconds(1721037600000000)),
+                  isSummer ? "Mon, 15 Jul 2024 11:00:00"_utf8 : "Mon, 15 Jul 2024 10:00:00"_utf8)
+            << rules;
+    }
 }
 
 TEST(FormattedTimeOfDay, GivesTwoDigitsEach) {
@@ -62,12 +78,8 @@ TEST(FormattedDayOfWeek, NamesTheSevenDays) {
 
 TEST(FormattedDayOfWeek, HasQuestionMarksForADayThatDoesNotExist) {
     for (unsigned int const day : {7u, 8u, 255u, 4294967295u}) {
-        EXPECT_EQ(FormattedLongDayOfWeek(static_cast<DayOfWeek>(day)), MakeUTF8Ref("??"
-                                                                                   "?"))
-            << day;
-        EXPECT_EQ(FormattedShortDayOfWeek(static_cast<DayOfWeek>(day)), MakeUTF8Ref("??"
-                                                                                    "?"))
-            << day;
+        EXPECT_EQ(FormattedLongDayOfWeek(static_cast<DayOfWeek>(day)), "???"_utf8) << day;
+        EXPECT_EQ(FormattedShortDayOfWeek(static_cast<DayOfWeek>(day)), "???"_utf8) << day;
     }
 }
 

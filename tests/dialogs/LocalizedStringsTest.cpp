@@ -1,7 +1,7 @@
 #include "dialogs/LocalizedStrings.h"
 
+#include "tests/support/LocalZone.h"
 #include "tests/support/UStringPrinting.h"
-#include "tests/time/LocalZone.h"
 
 #include <gtest/gtest.h>
 
@@ -115,7 +115,7 @@ TEST(LocalizedStrings, TellsWhatAClickDoesWhenNothingIsPending) {
 }
 
 TEST(LocalizedStrings, TellsTheVersionAndTheCopyright) {
-    EXPECT_STREQ(LocalizedStrings::AboutVersion().c_str(), "Varnik Support Center version 1.0");
+    EXPECT_STREQ(LocalizedStrings::AboutVersion().c_str(), "Varnik Support Center version " VRK_VERSION);
     EXPECT_STREQ(LocalizedStrings::AboutCopyright().c_str(), "Copyright Varnik");
 }
 

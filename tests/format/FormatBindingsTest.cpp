@@ -160,6 +160,8 @@ TEST(MakeFormatParameterBindings, RefusesPlacesThatDoNotMatchTheArguments) {
     EXPECT_THROW(Bind("{a}"_utf8, {"1"_utf8}, none), TooManyFormatArguments);
     Bindings two(2);
     EXPECT_THROW(Bind("{a}"_utf8, {"1"_utf8}, two), TooFewFormatArguments);
+    Bindings one(1);
+    EXPECT_THROW(Bind("{a}"_utf8, {"1"_utf8, "2"_utf8}, one), TooFewFormatArguments);
 }
 
 TEST(MakeFormatParameterBindings, ChecksEveryName) {

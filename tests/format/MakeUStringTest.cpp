@@ -2,12 +2,42 @@
 
 #include "foundation/Exceptions.h"
 
+#include "tests/support/Allocations.h"
 #include "tests/support/UStringPrinting.h"
-#include "tests/time/AllocationCount.h"
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <latch>
 #include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr int cThreads = 8;
+constexpr int cRounds = 2000;
+
+template <class Iterator>
+concept HasArrow = requires(Iterator const& segment) {
+    segment->text;
+};
+
+// How many of a thread's renderings, each with arguments of its own, come out wrong.
+int CountWrongTexts(int thread) {
+    int wrong = 0;
+    for (int round = 0; round < cRounds; ++round) {
+        std::string const first = "thread " + std::to_string(thread);
+        std::string const second = std::string(static_cast<std::size_t>(round % 100), 'x');
+        AutoUString<UTF8> const text =
+            MakeUString(UFormat("{a}{b}"_utf8, "{b}{_obrace}{_tab}{a}{_crlf}{b}"_utf8) % MakeUTF8Ref(first) %
+                        MakeUTF8Ref(second));
+        if (MakeString(text) != second + "{\t" + first + "\r\n" + second) ++wrong;
+    }
+    return wrong;
+}
+
+} // namespace
 
 TEST(MakeUString, RendersATextWithoutVariablesAsItStands) {
     EXPECT_EQ(MakeUString(UFormat("a text")), "a text"_utf8);
@@ -119,6 +149,76 @@ TEST(MakeUString, AllocatesOnceForALongText) {
     AutoUString<UTF8> const text = MakeUString(UFormat("{a} and {b}") % view % view);
     EXPECT_EQ(AllocationCount() - before, 1u);
     EXPECT_EQ(text, MakeUTF8Ref(argument + " and " + argument));
+}
+
+TEST(MakeUString, HoldsAsMuchAsTheTextTakesThoughATranslationDropsAnArgument) {
+    std::string const argument(2000000, 'x');
+    unsigned long const before = AllocationCount();
+    AutoUString<UTF8> const text = MakeUString(UFormat("{x}"_utf8, "ok"_utf8) % MakeUTF8Ref(argument));
+    EXPECT_EQ(AllocationCount(), before);
+    EXPECT_EQ(text.CapacityInUnits(), 64u);
+    EXPECT_EQ(text, "ok"_utf8);
+}
+
+TEST(MakeUString, DoesNotCountTheNamesOfVariables) {
+    std::string const description(31, 'd');
+    unsigned long const before = AllocationCount();
+    AutoUString<UTF8> const text =
+        MakeUString(UFormat("{actionDescription}\n\n{actionSummary}") % MakeUTF8Ref(description) % "s"_utf8);
+    EXPECT_EQ(AllocationCount(), before);
+    EXPECT_EQ(text, MakeUTF8Ref(description + "\n\ns"));
+}
+
+// Two more segments each time, up to more than a sentence ever has.
+TEST(MakeUString, HoldsAsMuchAsTheTextTakesThoughATranslationRepeatsAnArgument) {
+    std::string const argument(65, 'x');
+    std::string translation = "{x}";
+    std::string expected = argument;
+    for (int segments = 1; segments < 70; segments += 2) {
+        unsigned long const before = AllocationCount();
+        AutoUString<UTF8> const text =
+            MakeUString(UFormat("{x}"_utf8, MakeUTF8Ref(translation)) % MakeUTF8Ref(argument));
+        if (segments <= 32) {
+            EXPECT_EQ(AllocationCount() - before, 1u) << segments;
+        }
+        EXPECT_EQ(text.CapacityInUnits(), expected.size()) << segments;
+        EXPECT_EQ(text, MakeUTF8Ref(expected)) << segments;
+        translation += ", {x}";
+        expected += ", " + argument;
+    }
+}
+
+TEST(MakeUString, FindsAMistakeBehindManySegmentsBeforeItAllocates) {
+    std::string const argument(65, 'x');
+    UStringRef<UTF8> const view = MakeUTF8Ref(argument);
+    for (std::string const mistake : {"{", "{z}", "{}"}) {
+        std::string translation;
+        for (int segments = 0; segments < 20; ++segments) {
+            std::string const broken = translation + mistake;
+            unsigned long const before = AllocationCount();
+            EXPECT_ANY_THROW(MakeUString(UFormat("{x}"_utf8, MakeUTF8Ref(broken)) % view)) << broken;
+            EXPECT_EQ(AllocationCount(), before) << broken;
+            translation += "{x}";
+        }
+    }
+}
+
+TEST(MakeUString, MayBeCalledByManyThreadsAtOnceAndForTheFirstTime) {
+    std::latch start(cThreads);
+    std::atomic<int> wrong = 0;
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < cThreads; ++thread)
+        threads.emplace_back([&start, &wrong, thread] {
+            start.arrive_and_wait();
+            wrong += CountWrongTexts(thread);
+        });
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST(FormattedStringIterator, GivesNoAccessToNamesInsteadOfValues) {
+    EXPECT_TRUE(HasArrow<UFormatIterator>);
+    EXPECT_FALSE(HasArrow<FormattedStringIterator>);
 }
 
 TEST(MakeUString, AllocatesNothingForAFormatThatDoesNotBind) {

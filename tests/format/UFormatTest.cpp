@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <type_traits>
 #include <utility>
 
 namespace {
@@ -93,6 +94,15 @@ TEST(FormatPlusArguments, TakesOwnersThatOutliveItAndRefusesThoseThatDoNot) {
 TEST(FormatPlusArguments, RefusesTextsOfOtherEncodings) {
     EXPECT_FALSE((CanAppend<FormatPlusArguments<0>, UStringRef<USAscii>>));
     EXPECT_FALSE((CanAppend<FormatPlusArguments<0>, ConstData>));
+}
+
+TEST(FormatPlusArguments, RefusesKeysAndTextsThatDoNotOutliveIt) {
+    using Format = FormatPlusArguments<0>;
+    EXPECT_TRUE((std::is_constructible_v<Format, UStringRef<UTF8>, UStringRef<UTF8>>));
+    EXPECT_TRUE((std::is_constructible_v<Format, AutoUString<UTF8>&, CopiedUString<UTF8> const&>));
+    EXPECT_FALSE((std::is_constructible_v<Format, UStringRef<UTF8>, AutoUString<UTF8>>));
+    EXPECT_FALSE((std::is_constructible_v<Format, SharedUString<UTF8>, UStringRef<UTF8>>));
+    EXPECT_FALSE((std::is_constructible_v<Format, FixedText<8>, CopiedUString<UTF8> const>));
 }
 
 TEST(UFormat, RefusesKeysAndDefaultsThatDoNotOutliveIt) {

@@ -2,6 +2,7 @@
 #include "foundation/ExceptionPL.h"
 #include "text/UString.h"
 
+#include "tests/support/Allocations.h"
 #include "tests/support/LocaleScope.h"
 #include "tests/support/UStringPrinting.h"
 
@@ -67,7 +68,24 @@ public:
     using ExceptionPL::ExceptionPL;
 };
 
+class Reworded : public ExceptionPL {
+public:
+    using ExceptionPL::ExceptionPL;
+    UStringRef<UTF8> uwhat() const noexcept override { return "Other words."_utf8; }
+};
+
 std::string const cLongMessage(1000, 'm');
+
+// What a new failure with the long message reports when memory runs out after so many allocations.
+std::string WhatWithAllocations(std::size_t allocations) {
+    ExceptionPL const failure(MakeUTF8Ref(cLongMessage));
+    char const* what = nullptr;
+    {
+        FailingAllocation const failing(allocations);
+        what = failure.what();
+    }
+    return what;
+}
 
 } // namespace
 
@@ -191,6 +209,19 @@ TEST(ExceptionPL, ReportsItsTypeNameWithoutAMessage) {
     std::string const what = base.what();
     EXPECT_NE(what.find("Derived"), std::string::npos) << what;
     EXPECT_EQ(base.uwhat(), MakeUTF8Ref(what));
+}
+
+TEST(ExceptionPL, ReportsTheWordsOfADerivedClass) {
+    Reworded const failure("Something went wrong."_utf8);
+    EXPECT_STREQ(failure.what(), "Other words.");
+    EXPECT_STREQ(Reworded(""_utf8).what(), "Other words.");
+}
+
+TEST(ExceptionPL, ReportsItsTypeNameWhenMemoryRunsOut) {
+    // In the "C" locale: the wide text, its copy for the C library, the local text and the copy that is kept.
+    for (std::size_t allocations = 0; allocations < 4; ++allocations)
+        EXPECT_EQ(WhatWithAllocations(allocations), "11ExceptionPL") << allocations;
+    EXPECT_EQ(WhatWithAllocations(4), cLongMessage);
 }
 
 TEST(ExceptionPL, ReportsItsTypeNameWhenTheMessageHasNoNarrowForm) {

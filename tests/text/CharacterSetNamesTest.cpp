@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -15,6 +16,21 @@ bool AreEquivalent(std::string const& a, std::string const& b) {
     bool const result = EquivalentCharacterSets(MakeUTF8Ref(a), MakeUTF8Ref(b));
     EXPECT_EQ(EquivalentCharacterSets(MakeUTF8Ref(b), MakeUTF8Ref(a)), result) << a << " and " << b;
     return result;
+}
+
+// Every alias of every set.
+std::vector<std::string> AllNamesOfTheService() {
+    std::vector<std::string> names;
+    UErrorCode code = U_ZERO_ERROR;
+    for (std::int32_t i = 0; i < ucnv_countAvailable(); ++i) {
+        char const* const set = ucnv_getAvailableName(i);
+        std::uint16_t const count = ucnv_countAliases(set, &code);
+        for (std::uint16_t alias = 0; alias < count; ++alias)
+            names.emplace_back(ucnv_getAlias(set, alias, &code));
+    }
+    EXPECT_TRUE(U_SUCCESS(code));
+    EXPECT_GT(names.size(), 1000u);
+    return names;
 }
 
 } // namespace
@@ -75,6 +91,22 @@ TEST(StandardizedCharacterSetName, TakesTheThaiRuleOnlyForNamesThatTheRegistryLa
     EXPECT_EQ(StandardizedCharacterSetName(std::string("TIS-620")), "TIS-620");
 }
 
+TEST(StandardizedCharacterSetName, IsItsOwnButForOne) {
+    EXPECT_EQ(StandardizedCharacterSetName(std::string("ibm-1363_P11B-1998")), "KS_C_5601-1987");
+    EXPECT_EQ(StandardizedCharacterSetName(std::string("cp1363")), "KS_C_5601-1987");
+    for (std::string const& name : AllNamesOfTheService()) {
+        std::string const standardized = StandardizedCharacterSetName(name);
+        std::string const again = StandardizedCharacterSetName(standardized);
+        EXPECT_EQ(again, standardized == "KS_C_5601-1987" ? "windows-949-2000" : standardized) << name;
+    }
+}
+
+TEST(StandardizedCharacterSetName, LeavesOutCharactersWithoutALook) {
+    EXPECT_EQ(StandardizedCharacterSetName("utf\u200B8"_utf8), "UTF-8");
+    EXPECT_EQ(StandardizedCharacterSetName("no\u200B such set"_utf8), "no such set");
+    EXPECT_EQ(StandardizedCharacterSetName("\u200B"_utf8), "");
+}
+
 TEST(StandardizedCharacterSetName, LeavesANameThatIsNotAsciiAsItStands) {
     EXPECT_EQ(StandardizedCharacterSetName("ms949\xC3\xBC"_utf8), "ms949\xC3\xBC");
     EXPECT_EQ(StandardizedCharacterSetName("utf8\xC3"_utf8), "utf8\xC3");
@@ -98,6 +130,14 @@ TEST(EquivalentCharacterSets, TakesAnEmptyNameForItselfOnly) {
     EXPECT_FALSE(AreEquivalent("", "utf-8"));
     // Which would compare as empty, since punctuation does not count.
     EXPECT_FALSE(AreEquivalent("", "-"));
+    EXPECT_FALSE(AreEquivalent("", "\u200B"));
+}
+
+TEST(EquivalentCharacterSets, LeavesOutPunctuationAndCharactersWithoutALook) {
+    EXPECT_TRUE(AreEquivalent("utf\u200B8", "UTF-8"));
+    EXPECT_TRUE(AreEquivalent("\u200B", "-"));
+    EXPECT_TRUE(AreEquivalent("_", "-"));
+    EXPECT_FALSE(AreEquivalent("\u200B", "utf-8"));
 }
 
 TEST(EquivalentCharacterSets, TakesNamesThatAreNotAsciiForNothing) {

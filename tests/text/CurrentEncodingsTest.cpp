@@ -7,7 +7,11 @@
 #include <clocale>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iomanip>
 #include <string>
+
+#include <sys/wait.h>
 
 namespace {
 
@@ -31,6 +35,24 @@ protected:
         return m_folder = folder;
     }
 
+    // Compiles a locale whose encoding is ASCII by a name of its own.
+    void MakeLocaleOfAscii(std::string const& locale, std::string const& encoding) {
+        std::string const folder = UseLocaleFolder();
+        std::ofstream charmap(folder + "/charmap");
+        charmap << "<code_set_name> " << encoding << "\n<mb_cur_min> 1\n<mb_cur_max> 1\nCHARMAP\n"
+                << std::hex;
+        charmap << std::setfill('0') << std::uppercase;
+        for (int c = 0; c < 128; ++c)
+            charmap << "<U" << std::setw(4) << c << "> /x" << std::setw(2) << c << " c\n";
+        charmap << "END CHARMAP\n";
+        charmap.close();
+        std::string const command = "localedef --no-archive -c -i POSIX -f " + folder + "/charmap " + folder +
+                                    "/" + locale + " >/dev/null 2>&1";
+        // Status 1: compiled, with warnings.
+        int const status = std::system(command.c_str());
+        ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) <= 1);
+    }
+
     std::string m_folder;
 };
 
@@ -40,6 +62,14 @@ std::string Current() {
 
 std::string NameOf(IANANamedTextEncoding const& encoding) {
     return encoding.NullTerminatedName();
+}
+
+// In a process where nobody has asked for the encodings yet.
+bool TakesANameIn(std::string const& locale) {
+    if (!std::setlocale(LC_ALL, locale.c_str())) return false;
+    if (GetDefaultCharacterSetName().size() <= IANANamedTextEncoding::capacity) return false;
+    InitializeEncoding("KOI8-R", false);
+    return GetLocalEncodingName() == "KOI8-R" && NameOf(GetLocalEncoding()) == "KOI8-R";
 }
 
 } // namespace
@@ -117,6 +147,19 @@ TEST_F(CurrentEncodings, FollowTheLocaleUntilTheyAreInitialized) {
                 testing::ExitedWithCode(0), "");
     EXPECT_EXIT(std::exit(GetLocalEncodingName() == "ANSI_X3.4-1968" ? 0 : 1), testing::ExitedWithCode(0),
                 "");
+}
+
+TEST_F(CurrentEncodings, TakeAGoodNameWhereTheLocalesOwnIsTooLong) {
+    std::string const locale = "longname";
+    MakeLocaleOfAscii(locale, std::string(49, 'N'));
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    // The process that is started has made a folder of its own.
+    auto const takeAndCleanUp = [&] {
+        bool const taken = TakesANameIn(locale);
+        std::filesystem::remove_all(m_folder);
+        std::exit(taken ? 0 : 1);
+    };
+    EXPECT_EXIT(takeAndCleanUp(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(CurrentEncodings, NameTheEncodingOfTheLocaleInForce) {

@@ -7,8 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <new>
 #include <string>
 #include <type_traits>
+#include <typeinfo>
 
 namespace {
 
@@ -19,6 +21,20 @@ class Renamed : public ICUResult {
 public:
     using ICUResult::ICUResult;
     char const* ErrorName() const override { return "RENAMED"; }
+};
+
+class Recoded : public ICUResult {
+public:
+    using ICUResult::ICUResult;
+    std::int32_t ErrorCode() const override { return U_ILLEGAL_ARGUMENT_ERROR; }
+};
+
+// Building a text fails.
+template <class Result>
+class Wordless : public Result {
+public:
+    Wordless() : Result(cNoFile) {}
+    char const* ErrorName() const override { throw std::bad_alloc(); }
 };
 
 class Reworded : public ICUResult {
@@ -67,7 +83,18 @@ TEST(ICUResult, ReportsItsMessage) {
 
 TEST(ICUResult, AsksTheMostDerivedClassForItsReports) {
     EXPECT_STREQ(Renamed(4, "f").what(), "UErrorCode=4 [RENAMED] in f");
+    EXPECT_STREQ(Recoded(0, "f").what(), "UErrorCode=1 [U_ILLEGAL_ARGUMENT_ERROR] in f");
+    EXPECT_FALSE(Recoded(0).IsSuccess());
     EXPECT_EQ(Reworded().uwhat(), "other words"_utf8);
+}
+
+TEST(ICUResult, ReportsItsTypeWhereItsMessageCannotBeBuilt) {
+    Wordless<ICUResult> const plain;
+    EXPECT_STREQ(plain.what(), typeid(plain).name());
+    EXPECT_EQ(plain.uwhat(), MakeUTF8Ref(typeid(plain).name()));
+    Wordless<CharacterSetResult> const withInput;
+    EXPECT_STREQ(withInput.what(), typeid(withInput).name());
+    EXPECT_EQ(withInput.uwhat(), MakeUTF8Ref(typeid(withInput).name()));
 }
 
 TEST(ICUResult, IsThrownAndCaughtAsAFailure) {
@@ -140,4 +167,7 @@ TEST(CharacterSetResult, KeepsBadUnitsAsUTF8) {
     };
     for (auto const& [units, text] : cases)
         EXPECT_EQ(CharacterSetResult(cNoFile, units.data(), units.size()).InvalidText(), text);
+    // What stands behind the last unit is no partner.
+    std::uint16_t const cut[] = {0x78, 0xD83D, 0xDE00};
+    EXPECT_EQ(CharacterSetResult(cNoFile, cut, 2).InvalidText(), "x\xEF\xBF\xBD");
 }

@@ -3,6 +3,7 @@
 #include "foundation/Exceptions.h"
 #include "text/UString.h"
 
+#include "tests/support/Allocations.h"
 #include "tests/support/LocaleScope.h"
 #include "tests/support/UStringPrinting.h"
 
@@ -168,10 +169,41 @@ TEST(LocalText, RefusesUTF8ThatIsNoText) {
     EXPECT_THROW(ToLocal8Bit(U8("abc\xC3")), InvalidTextEncoding);
 }
 
+TEST(LocalText, DoesNotHaveSurrogatesAndValuesAboveTheHighest) {
+    for (char const* const name : {"C", cLatin1, cJapanese}) {
+        LocaleScope const locale(name);
+        EXPECT_THROW(ToLocal8Bit(U8("\xED\xA0\x80")), WideToMultiByteConvertError);
+        EXPECT_THROW(ToLocal8Bit(U8("\xF4\x90\x80\x80")), WideToMultiByteConvertError);
+        EXPECT_THROW(ToLocal8Bit(Ref(Units32{0xD800})), WideToMultiByteConvertError);
+        EXPECT_THROW(ToLocal8Bit(Ref(Units32{0x110000})), WideToMultiByteConvertError);
+        EXPECT_THROW(ToLocal8Bit(Ref(Units16{0xD800})), InvalidTextEncoding);
+    }
+}
+
 TEST(LocalText, ConvertsASCIIInTheCLocale) {
     EXPECT_EQ(Bytes(ToUTF8(Local("plain ~"))), "plain ~");
     EXPECT_EQ(Bytes(ToLocal8Bit(U8("plain ~"))), "plain ~");
     EXPECT_THROW(ToLocal8Bit(U8(cInUTF8)), WideToMultiByteConvertError);
+}
+
+TEST(LocalText, IsNotMadeOfBytesAboveASCIIInTheCLocale) {
+    for (unsigned int byte = 0x80; byte < 256; ++byte) {
+        std::string const local{'a', static_cast<char>(byte)};
+        EXPECT_THROW(ToUTF8(Local(local)), MultiByteToWideConvertError) << byte;
+        EXPECT_THROW(ToUTF16(Local(local)), MultiByteToWideConvertError) << byte;
+        EXPECT_THROW(ToUTF32(Local(local)), MultiByteToWideConvertError) << byte;
+    }
+}
+
+TEST(LocalText, LeavesRoomForANul) {
+    for (char const* const name : {"C.UTF-8", cLatin1}) {
+        LocaleScope const locale(name);
+        for (std::size_t const size : {64U, 1000U}) {
+            std::string const text(size, 'x');
+            EXPECT_EQ(ToLocal8Bit(U8(text)).CapacityInUnits(), size + 1);
+            EXPECT_EQ(FromNativeUnicode(Ref(Units32(size, 'x'))).CapacityInUnits(), size + 1);
+        }
+    }
 }
 
 TEST(LocalText, ConvertsAMultiByteEncoding) {
@@ -236,6 +268,25 @@ TEST(MakeLocalString, EndsTextsOfEverySizeWithANul) {
             EXPECT_STREQ(local.c_str(), text.c_str());
         }
     }
+}
+
+TEST(MakeLocalString, AllocatesOnceInAUTF8Locale) {
+    LocaleScope const locale("C.UTF-8");
+    std::string const text(1000, 'x');
+    unsigned long const before = AllocationCount();
+    AutoNullTerminated<Local8Bit> const local = MakeLocalString<UTF8>(U8(text));
+    EXPECT_EQ(AllocationCount() - before, 1U);
+    EXPECT_STREQ(local.c_str(), text.c_str());
+}
+
+TEST(MakeLocalString, AllocatesOnceMoreForEachFormBetweenInOtherLocales) {
+    LocaleScope const locale(cLatin1);
+    std::string const text(1000, 'x');
+    unsigned long const before = AllocationCount();
+    AutoNullTerminated<Local8Bit> const local = MakeLocalString<UTF8>(U8(text));
+    // The wide text and its copy for the C library stand between.
+    EXPECT_EQ(AllocationCount() - before, 3U);
+    EXPECT_STREQ(local.c_str(), text.c_str());
 }
 
 TEST(MakeLocalRef, ViewsTheBytesOfAText) {

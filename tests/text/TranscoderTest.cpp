@@ -1,5 +1,6 @@
 #include "text/Transcoder.h"
 
+#include "tests/support/Allocations.h"
 #include "tests/text/TranscodingSupport.h"
 
 #include <gtest/gtest.h>
@@ -122,6 +123,61 @@ void ExpectSameInAllPieces(Units<From> const& units) {
     std::vector<std::size_t> everywhere(units.size());
     std::iota(everywhere.begin(), everywhere.end(), std::size_t{0});
     EXPECT_EQ((TranscodedInPieces<To, From>(units, everywhere)), whole) << "unit by unit";
+}
+
+// For texts that are too long to be cut at every place.
+template <class To, class From>
+void ExpectSameInPiecesOfAnySizes(Units<From> const& units) {
+    Outcome<To> const whole = Transcoded<To, From>(units);
+    ASSERT_TRUE(whole);
+    std::mt19937 numbers(9);
+    for (int round = 0; round < 20; ++round) {
+        std::vector<std::size_t> cuts;
+        for (std::size_t at = 0; at < units.size(); at += 1 + numbers() % (1U << (round % 14)))
+            cuts.push_back(at);
+        EXPECT_TRUE((TranscodedInPieces<To, From>(units, cuts) == whole)) << round;
+    }
+}
+
+// Counts what it receives and keeps nothing.
+template <class E>
+class CountingTarget : public UTextReceiver<E> {
+public:
+    void Receive(ConstArrayOf<typename E::Unit> piece) override { size += piece.Size(); }
+
+    std::size_t size = 0;
+};
+
+// Pieces of seven units cut many of the characters.
+template <class To, class From>
+void ExpectNoAllocation(Units<From> const& units) {
+    constexpr std::size_t pieceSize = 7;
+    CountingTarget<To> target;
+    unsigned long const before = AllocationCount();
+    GenericTranscoder<To, From> transcoder(target);
+    transcoder.Start(From());
+    ConstArrayOf<typename From::Unit> const all = Range<From>(units);
+    for (auto next = all.begin(); next != all.end();) {
+        auto const end = next + std::min(pieceSize, static_cast<std::size_t>(all.end() - next));
+        transcoder.Receive(ConstArrayOf<typename From::Unit>(next, end));
+        next = end;
+    }
+    transcoder.ReceiveEnd();
+    EXPECT_EQ(AllocationCount(), before);
+    EXPECT_EQ(target.size, (Transcoded<To, From>(units)->size()));
+    EXPECT_GT(AllocationCount(), before) << "the count does not count";
+}
+
+// The text comes whole, in pieces that keep to their bound.
+template <class To, class From>
+void ExpectInBlocks(Units<From> const& from, Units<To> const& to) {
+    RecordingTarget<To> target;
+    GenericTranscoder<To, From> transcoder(target);
+    transcoder.Start(From());
+    transcoder.Receive(Range<From>(from));
+    transcoder.ReceiveEnd();
+    EXPECT_TRUE(target.text == to);
+    for (std::size_t const size : target.pieces) EXPECT_LE(size * sizeof(typename To::Unit), 4096U);
 }
 
 // Characters of all kinds in a row, in the encoding.
@@ -265,18 +321,42 @@ TEST(GenericTranscoder, MakesTheSameTextHoweverItIsCut) {
 }
 
 TEST(GenericTranscoder, MakesTheSameTextFromPiecesOfAnySizes) {
-    Bytes const text = MixedText<UTF8>(8, 20000);
-    Outcome<UTF32> const utf32 = Transcoded<UTF32, UTF8>(text);
-    Outcome<UTF16> const utf16 = Transcoded<UTF16, UTF8>(text);
-    ASSERT_TRUE(utf32 && utf16);
-    std::mt19937 numbers(9);
-    for (int round = 0; round < 20; ++round) {
+    Bytes const utf8 = MixedText<UTF8>(8, 20000);
+    ExpectSameInPiecesOfAnySizes<UTF32, UTF8>(utf8);
+    ExpectSameInPiecesOfAnySizes<UTF16, UTF8>(utf8);
+    Pairs const utf16 = MixedText<UTF16>(8, 20000);
+    ExpectSameInPiecesOfAnySizes<UTF8, UTF16>(utf16);
+    ExpectSameInPiecesOfAnySizes<UTF32, UTF16>(utf16);
+    Values const utf32 = MixedText<UTF32>(8, 20000);
+    ExpectSameInPiecesOfAnySizes<UTF8, UTF32>(utf32);
+    ExpectSameInPiecesOfAnySizes<UTF16, UTF32>(utf32);
+}
+
+TEST(GenericTranscoder, MakesTheSameTextFromPiecesThatEndWithinPairs) {
+    Pairs pairs;
+    for (int i = 0; i < 5000; ++i) pairs.insert(pairs.end(), {0xD83D, 0xDE00});
+    Bytes utf8;
+    for (int i = 0; i < 5000; ++i) utf8.insert(utf8.end(), {0xF0, 0x9F, 0x98, 0x80});
+    Values const utf32(5000, 0x1F600);
+    for (std::size_t const distance : {1U, 3U, 7U, 1023U, 1025U, 2047U, 4095U}) {
+        // Every second cut, the first among them, falls within a pair.
         std::vector<std::size_t> cuts;
-        for (std::size_t at = 0; at < text.size(); at += 1 + numbers() % (1U << (round % 14)))
-            cuts.push_back(at);
-        EXPECT_TRUE((TranscodedInPieces<UTF32, UTF8>(text, cuts) == utf32)) << round;
-        EXPECT_TRUE((TranscodedInPieces<UTF16, UTF8>(text, cuts) == utf16)) << round;
+        for (std::size_t at = distance; at < pairs.size(); at += distance) cuts.push_back(at);
+        EXPECT_TRUE((TranscodedInPieces<UTF8, UTF16>(pairs, cuts)) == utf8) << distance;
+        EXPECT_TRUE((TranscodedInPieces<UTF32, UTF16>(pairs, cuts)) == utf32) << distance;
     }
+}
+
+TEST(GenericTranscoder, AllocatesNothing) {
+    for (std::uint32_t seed = 10; seed < 20; ++seed) {
+        ExpectNoAllocation<UTF8, UTF16>(MixedText<UTF16>(seed, 10000));
+        ExpectNoAllocation<UTF8, UTF32>(MixedText<UTF32>(seed, 10000));
+        ExpectNoAllocation<UTF16, UTF8>(MixedText<UTF8>(seed, 10000));
+        ExpectNoAllocation<UTF16, UTF32>(MixedText<UTF32>(seed, 10000));
+        ExpectNoAllocation<UTF32, UTF8>(MixedText<UTF8>(seed, 10000));
+        ExpectNoAllocation<UTF32, UTF16>(MixedText<UTF16>(seed, 10000));
+    }
+    ExpectNoAllocation<UTF8, USAscii>(Units<USAscii>(10000, 'x'));
 }
 
 TEST(GenericTranscoder, RefusesTheSameTextsHoweverTheyAreCut) {
@@ -375,20 +455,25 @@ TEST(GenericTranscoder, HandsOnPiecesOfAtMost4096Bytes) {
 
 TEST(GenericTranscoder, WritesEachKindOfCharacterAtTheEndOfABlock) {
     for (Character const& character : cCharacters) {
+        auto const utf8 = [&](std::size_t before) { return Framed<UTF8>(before, character.utf8, 9); };
+        auto const utf16 = [&](std::size_t before) { return Framed<UTF16>(before, character.utf16, 9); };
+        auto const utf32 = [&](std::size_t before) { return Framed<UTF32>(before, {character.value}, 9); };
         for (std::size_t before = 1010; before < 1030; ++before) {
-            EXPECT_TRUE((Transcoded<UTF32, UTF8>(Framed<UTF8>(before, character.utf8, 9))) ==
-                        (Framed<UTF32>(before, {character.value}, 9)));
+            ExpectInBlocks<UTF32, UTF8>(utf8(before), utf32(before));
+            ExpectInBlocks<UTF32, UTF16>(utf16(before), utf32(before));
         }
         for (std::size_t before = 2035; before < 2055; ++before) {
-            EXPECT_TRUE((Transcoded<UTF16, UTF8>(Framed<UTF8>(before, character.utf8, 9))) ==
-                        (Framed<UTF16>(before, character.utf16, 9)));
+            ExpectInBlocks<UTF16, UTF8>(utf8(before), utf16(before));
+            ExpectInBlocks<UTF16, UTF32>(utf32(before), utf16(before));
         }
         for (std::size_t before = 4085; before < 4105; ++before) {
-            EXPECT_TRUE((Transcoded<UTF8, UTF16>(Framed<UTF16>(before, character.utf16, 9))) ==
-                        (Framed<UTF8>(before, character.utf8, 9)));
-            EXPECT_TRUE((Transcoded<UTF8, UTF32>(Framed<UTF32>(before, {character.value}, 9))) ==
-                        (Framed<UTF8>(before, character.utf8, 9)));
+            ExpectInBlocks<UTF8, UTF16>(utf16(before), utf8(before));
+            ExpectInBlocks<UTF8, UTF32>(utf32(before), utf8(before));
         }
+    }
+    for (std::size_t before = 4085; before < 4105; ++before) {
+        Units<USAscii> const text = Framed<USAscii>(before, {0x7F}, 9);
+        ExpectInBlocks<UTF8, USAscii>(text, text);
     }
 }
 

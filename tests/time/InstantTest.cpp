@@ -1,6 +1,6 @@
 #include "time/Instant.h"
 
-#include "tests/time/LocalZone.h"
+#include "tests/support/LocalZone.h"
 #include "tests/time/TimePrinting.h"
 
 #include "foundation/Exceptions.h"

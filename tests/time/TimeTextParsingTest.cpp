@@ -1,6 +1,6 @@
 #include "time/TimeTextParsing.h"
 
-#include "tests/time/AllocationCount.h"
+#include "tests/support/Allocations.h"
 #include "tests/time/Outcome.h"
 #include "tests/time/TimePrinting.h"
 

@@ -1,6 +1,6 @@
 #include "time/TimeText.h"
 
-#include "tests/time/AllocationCount.h"
+#include "tests/support/Allocations.h"
 
 #include "tests/support/UStringPrinting.h"
 

@@ -1,6 +1,6 @@
 #include "time/TimeZone.h"
 
-#include "tests/time/LocalZone.h"
+#include "tests/support/LocalZone.h"
 #include "tests/time/TimePrinting.h"
 
 #include <gtest/gtest.h>

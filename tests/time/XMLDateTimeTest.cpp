@@ -1,6 +1,6 @@
 #include "time/XMLDateTime.h"
 
-#include "tests/time/LocalZone.h"
+#include "tests/support/LocalZone.h"
 #include "tests/time/Outcome.h"
 #include "tests/time/TimePrinting.h"
 

@@ -1,7 +1,7 @@
 #include "xml/XMLTreeParser.h"
 
+#include "tests/support/Allocations.h"
 #include "tests/support/UStringPrinting.h"
-#include "tests/xml/FailingAllocation.h"
 #include "tests/xml/SmallStack.h"
 #include "xml/SimpleXML.h"
 
