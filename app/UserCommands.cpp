@@ -10,8 +10,8 @@
 #include <algorithm>
 #include <iterator>
 
-// Each type of command has one function. The dialog that raised the command is out of use until the command,
-// or the last one of a chain of dialogs, enables the action request dialog again.
+// Each type of command has one function. The dialog that raised a command is out of use until the command, or
+// the last one of a chain of dialogs, enables the action request dialog again; a snooze has closed it.
 //
 // The walk of take-all: confirmationCursor is the position in `actions` up to which the user has been asked,
 // as an index, because the client may withdraw any action between two commands. It is clamped to the list
@@ -53,13 +53,12 @@ bool WalkOn() {
         takingAll = true;
         return false;
     }
-    TakeAllActions();
     takingAll = false;
+    TakeAllActions();
     return true;
 }
 
 void HandleTakeAll(UICommand const&) {
-    takingAll = false;
     confirmationCursor = 0;
     WalkOn();
 }

@@ -6,6 +6,8 @@
 #include "dialogs/DialogParts.h"
 #include "dialogs/WidgetText.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr char cDialogName[] = "ActionDetailsDialog";
@@ -20,9 +22,15 @@ void OnClose(Widget, XtPointer, XtPointer) {
     });
 }
 
+// IDs need not be unique: of several actions, the one that has details is meant.
 void TakeTextOf(unsigned long id) {
-    auto const found = actions.FindFirst(id);
-    if (found != actions.end() && found->preview) detailsText = WidgetText(found->preview->Ref());
+    auto const found = std::find_if(actions.begin(), actions.end(), [=](ActionRequest const& action) {
+        return action.id == id && !action.preview.IsNull();
+    });
+    if (found != actions.end())
+        detailsText = WidgetText(found->preview->Ref());
+    else if (actions.FindFirst(id) != actions.end())
+        detailsText.clear();
 }
 
 void Build(unsigned long id) {

@@ -24,6 +24,7 @@
 namespace {
 
 constexpr char cDialogName[] = "ActionRequestDialog";
+constexpr int cMostRefreshesInBatch = 8;
 
 struct DialogState {
     ActionRequestWidgets widgets;
@@ -54,6 +55,7 @@ struct DialogState {
     // Batches under way, and whether one of them owes a refresh.
     int batches = 0;
     bool refreshIsDue = false;
+    int refreshesInBatch = 0;
     // The first step has found snoozing open, so that the snooze list is to be filled, with or without the
     // choices that count from a deadline.
     bool snoozeFillIsDue = false;
@@ -117,11 +119,17 @@ void RebuildActionList() {
 
 void RestoreSelection() {
     DropSelectionBehind(state.actionListIds.size());
-    if (!HasSelection()) return;
-    state.actionRows.Highlight(state.selectedActionIndex);
+    if (HasSelection())
+        state.actionRows.Highlight(state.selectedActionIndex);
+    else
+        state.actionRows.Unhighlight();
 }
 
+// The list is filled as of when snoozing was last open, when it was sensitive: an insensitive one takes no
+// highlight.
 void FillSnoozeList() {
+    state.snoozeFillIsDue = false;
+    XtSetSensitive(state.widgets.snoozeList, True);
     state.snoozeChoices = MakeSnoozeChoices(state.fillWithDeadlineChoices);
     state.selectedSnoozeIndex = NearestSnoozeChoice(state.snoozeChoices, state.rememberedInterval);
     std::vector<std::string> texts;
@@ -161,10 +169,8 @@ void SetSensitivities(ActionRequestView const& view) {
 void RefreshControls() {
     ActionRequestView const view = MakeView();
     ShowTexts(view);
+    if (state.snoozeFillIsDue) FillSnoozeList();
     SetSensitivities(view);
-    if (!state.snoozeFillIsDue) return;
-    state.snoozeFillIsDue = false;
-    FillSnoozeList();
 }
 
 void Refresh() {
@@ -176,6 +182,15 @@ void Refresh() {
 
 void RefreshIfDue() {
     if (state.refreshIsDue) InDialogHandler(cDialogName, Refresh);
+}
+
+// What a dialog shows while it is disabled is the state of that moment. A client can disable and enable the
+// dialog any number of times in a batch: after a few refreshes for that, it is left behind, as a disabled
+// dialog may be.
+void RefreshBeforeDisabling() {
+    if (state.refreshesInBatch < cMostRefreshesInBatch) RefreshIfDue();
+    if (state.batches > 0) ++state.refreshesInBatch;
+    state.refreshIsDue = false;
 }
 
 // Callbacks
@@ -309,7 +324,7 @@ void UpdateActionRequestDialog() {
 }
 
 void DisableActionRequestDialog() {
-    RefreshIfDue();
+    RefreshBeforeDisabling();
     SetAllSensitive(false);
     state.dialogEnabled = false;
 }
@@ -325,5 +340,7 @@ ActionRequestDialogBatch::ActionRequestDialogBatch() {
 }
 
 ActionRequestDialogBatch::~ActionRequestDialogBatch() {
-    if (--state.batches == 0) RefreshIfDue();
+    if (--state.batches > 0) return;
+    state.refreshesInBatch = 0;
+    RefreshIfDue();
 }

@@ -30,8 +30,9 @@ void DisableActionRequestDialog();
 void EnableActionRequestDialog();
 
 // While one exists, updates of the dialog are put off to its end and then made in one: a batch of messages
-// costs one refresh and not one a message. Rows, selection and snooze choices become what a refresh after
-// each message would have left.
+// costs a few refreshes and not one a message. Rows, selection, snooze choices and what is enabled become
+// what a refresh after each change would have left. Texts that come and go within a batch are never shown, so
+// that one of them that cannot be converted does no harm.
 class ActionRequestDialogBatch {
 public:
     ActionRequestDialogBatch();

@@ -13,8 +13,8 @@
 
 namespace {
 
-ActionRow MakeRow(ActionRequest const& action, std::string const& separator) {
-    ActionRow row{WidgetText(action.title.Ref()), action.id};
+ActionRow MakeRow(ActionRequest const& action, std::string const& title, std::string const& separator) {
+    ActionRow row{title, action.id};
     if (NullOr<Instant> const deadline = action.Deadline(); deadline)
         row.text += separator + WidgetText(UnixPlatform::FormattedLocalTime(*deadline).Ref());
     return row;
@@ -55,8 +55,10 @@ std::vector<ActionRow> MakeActionRows(ActionRequestList const& pending) {
     std::string const separator = WidgetText(MakeUString(UFormat("  --  ")).Ref());
     std::vector<ActionRow> rows;
     rows.reserve(pending.CountRows());
-    for (ActionRequest const& action : pending)
-        if (HasRow(action)) rows.push_back(MakeRow(action, separator));
+    for (ActionRequest const& action : pending) {
+        std::string const title = WidgetText(action.title.Ref());
+        if (!title.empty()) rows.push_back(MakeRow(action, title, separator));
+    }
     return rows;
 }
 

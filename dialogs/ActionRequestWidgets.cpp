@@ -119,10 +119,6 @@ void CreateSnoozing(ActionRequestWidgets& widgets, ActionRequestCallbacks const&
         CreateButton(widgets.form, "snoozeButton", Literal("Snooze"), caption, callbacks.snooze);
 }
 
-void SetWidth(Widget widget, int width) {
-    WidgetArguments().Number(XtNwidth, WidgetWidth(width)).ApplyTo(widget);
-}
-
 // Buttons with long labels widen the panes to what they need.
 void WidenPanes(ActionRequestWidgets const& widgets, int width, int border) {
     SetWidth(widgets.actionTitle, width - border);

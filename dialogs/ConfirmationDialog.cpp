@@ -32,11 +32,33 @@ void OnRefuse(Widget, XtPointer, XtPointer) {
     ToolkitCall([] { Answer(ConfirmRefused); });
 }
 
+// IDs need not be unique: of several actions, the one that asks is meant.
+ActionRequest const* ActionThatAsks(unsigned long id) {
+    auto const found = std::find_if(actions.begin(), actions.end(), [=](ActionRequest const& action) {
+        return action.id == id && !action.preActionMessage.IsNull();
+    });
+    return found == actions.end() ? nullptr : &*found;
+}
+
 void TakeTextsOf(unsigned long id) {
+    if (ActionRequest const* const action = ActionThatAsks(id)) {
+        confirmationMessage = WidgetText(action->preActionMessage->Ref());
+        actionTitle = WidgetText(action->title.Ref());
+        return;
+    }
     auto const found = actions.FindFirst(id);
     if (found == actions.end()) return;
-    if (found->preActionMessage) confirmationMessage = WidgetText(found->preActionMessage->Ref());
+    confirmationMessage.clear();
     actionTitle = WidgetText(found->title.Ref());
+}
+
+// A title is one line, and no wider than the pane: the buttons must stay on the screen.
+std::string FirstLine(std::string const& text) {
+    return text.substr(0, text.find('\n'));
+}
+
+void CutToWidth(Widget label, int width) {
+    if (WidthOf(label) > width) SetWidth(label, width);
 }
 
 void Build(unsigned long id) {
@@ -44,12 +66,13 @@ void Build(unsigned long id) {
     TakeTextsOf(id);
     Widget const shell = CreateDialogShell(*ControlLiteral("Confirmation Required"));
     Widget const form = CreateForm(shell);
-    Widget const title = CreateLine(form, "actiontitle", actionTitle, nullptr);
+    Widget const title = CreateLine(form, "actiontitle", FirstLine(actionTitle), nullptr);
     Widget const caption = CreateLine(
         form, "staticlabel",
         *ControlLiteral("This action requires you to acknowledge the following confirmation message:"),
         title);
     confirmationWidth = std::max(confirmationWidth, WidthOf(caption));
+    CutToWidth(title, confirmationWidth);
     Widget const pane = CreateTextPane(form, "actionconfirmation", confirmationWidth, cDialogPaneHeight,
                                        caption, confirmationMessage);
     Widget const cancel = CreateButton(form, "cancel", *ControlLiteral("Cancel"), pane, OnRefuse);

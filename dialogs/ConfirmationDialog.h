@@ -4,8 +4,9 @@
 // which is disabled meanwhile. Either answer closes it and queues a command. There is at most one, built
 // afresh each time.
 
-// A dialog that stands is left as it is, also for another ID. With no action of that ID it shows the texts of
-// its last opening. A text that cannot be shown ends the process.
+// A dialog that stands is left as it is, also for another ID. Of several actions of that ID, the first one
+// that has a message is shown; with no action of that ID the texts of the last opening are. A text that
+// cannot be shown ends the process.
 void ShowConfirmationRequestDialog(unsigned long id);
 // Nothing happens without a dialog.
 void HideConfirmationRequestDialog();

@@ -3,6 +3,7 @@
 #include "app/ClientSender.h"
 #include "app/ExitCleanup.h"
 #include "app/ProcessState.h"
+#include "app/ToolkitCall.h"
 #include "app/WidgetHelpers.h"
 
 #include <X11/Shell.h>
@@ -36,6 +37,10 @@ int WidthOf(Widget widget) {
     Dimension width = 0;
     WidgetArguments().Number(XtNwidth, reinterpret_cast<XtArgVal>(&width)).ReadFrom(widget);
     return width;
+}
+
+void SetWidth(Widget widget, int width) {
+    WidgetArguments().Number(XtNwidth, WidgetWidth(width)).ApplyTo(widget);
 }
 
 int BorderWidthOf(Widget widget) {

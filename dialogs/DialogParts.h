@@ -26,6 +26,7 @@ void InDialogHandler(char const* dialogName, Body const& body) {
 // A number as the `width` of a widget: what does not fit a window is cut to what does.
 Dimension WidgetWidth(int width);
 int WidthOf(Widget widget);
+void SetWidth(Widget widget, int width);
 int BorderWidthOf(Widget widget);
 
 // Arguments for a widget. The texts are copied by the widgets, but for those of a list.

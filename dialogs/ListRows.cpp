@@ -33,6 +33,7 @@ void ListRows::Attach(Widget viewport, Widget list) {
     m_list = list;
     m_known = false;
     m_first = 0;
+    m_highlighted = -1;
     Widget const bar = BarOf(viewport);
     if (!bar) return;
     XtAddCallback(bar, XtNscrollProc, OnScroll, this);
@@ -48,14 +49,23 @@ void ListRows::Show(std::vector<std::string> rows) {
     // The widget lets go of the former texts before they are freed.
     m_rows.swap(rows);
     m_pointers.swap(pointers);
+    m_highlighted = -1;
     ShowSlice(std::min(m_first, std::max(0, Count() - SliceLimit())));
     m_known = true;
 }
 
 void ListRows::Highlight(int row) {
-    if (!IsInSlice(row)) ShowSliceAround(row);
-    XawListHighlight(m_list, row - m_first);
+    m_highlighted = row;
+    if (IsInSlice(row))
+        XawListHighlight(m_list, row - m_first);
+    else
+        ShowSliceAround(row);
     ScrollSelectedItemIntoView(m_viewport, m_list);
+}
+
+void ListRows::Unhighlight() {
+    m_highlighted = -1;
+    XawListUnhighlight(m_list);
 }
 
 int ListRows::Highlighted() const {
@@ -91,11 +101,18 @@ void ListRows::ShowSlice(int first) {
     XtUnmanageChild(m_list);
     XawListChange(m_list, size > 0 ? m_pointers.data() + first : nullptr, size, 0, True);
     XtManageChild(m_list);
+    if (IsInSlice(m_highlighted)) XawListHighlight(m_list, m_highlighted - m_first);
 }
 
 void ListRows::ShowSliceAround(int row) {
     int const last = std::max(0, Count() - SliceLimit());
     ShowSlice(std::clamp(row - SliceLimit() / 2, 0, last));
+}
+
+// The user highlights rows of the slice without telling; a row outside it keeps its highlight.
+void ListRows::NoteHighlight() {
+    int const highlighted = Highlighted();
+    if (highlighted >= 0 || IsInSlice(m_highlighted)) m_highlighted = highlighted;
 }
 
 // As if the user had dragged the bar.
@@ -116,9 +133,8 @@ void ListRows::FollowBar() {
     bool const wantsPrevious = hidden < RowHeight() && m_first > 0;
     if (!wantsNext && !wantsPrevious) return;
     int const top = m_first + hidden / RowHeight();
-    int const highlighted = Highlighted();
+    NoteHighlight();
     ShowSliceAround(top);
-    if (highlighted >= 0 && IsInSlice(highlighted)) XawListHighlight(m_list, highlighted - m_first);
     ScrollTo(top);
 }
 

@@ -20,11 +20,14 @@ public:
     // must have been realized. This object must outlive the widget.
     void Attach(Widget viewport, Widget list);
 
-    // Gives the widget these rows, with no row highlighted, unless it has just these rows already.
+    // Gives the widget these rows, with no row highlighted, unless it has just these rows already. What is
+    // highlighted then stays: follow up with Highlight or Unhighlight.
     void Show(std::vector<std::string> rows);
 
-    // Highlights a row that there is, and scrolls to it.
+    // Highlights a row that there is, and scrolls to it. A list that is insensitive does neither.
     void Highlight(int row);
+    // Leaves no row highlighted.
+    void Unhighlight();
 
     // The row that the user has highlighted, -1 for none. A list without rows shows its own name as a row,
     // which counts as none.
@@ -43,6 +46,7 @@ private:
     bool IsInSlice(int row) const;
     void ShowSlice(int first);
     void ShowSliceAround(int row);
+    void NoteHighlight();
     void ScrollTo(int row);
     void FollowBar();
 
@@ -52,6 +56,8 @@ private:
     bool m_known = false;
     bool m_following = false;
     int m_first = 0;
+    // The highlighted row, also when the slice that the widget shows does not have it; -1 for none.
+    int m_highlighted = -1;
     std::vector<std::string> m_rows;
     std::vector<char const*> m_pointers;
 };

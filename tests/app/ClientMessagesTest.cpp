@@ -338,3 +338,24 @@ TEST_F(ClientMessages, QuietPeriodDisablesADialogThatIsShown) {
     EXPECT_FALSE(inQuietMode);
     EXPECT_EQ(recordingDialogs.TakeCalls(), (std::vector<std::string>{"Update folded ", "Enable"}));
 }
+
+TEST_F(ClientMessages, QuietPeriodWithBadTimesDisablesNothing) {
+    recordingDialogs.shown = true;
+    Receive(Document("<QuietModeStart><StartTime>x</StartTime></QuietModeStart>"));
+    ProcessMessagesFromClient();
+    EXPECT_TRUE(inQuietMode);
+    EXPECT_TRUE(recordingDialogs.TakeCalls().empty());
+}
+
+TEST_F(ClientMessages, WithdrawingAnUnknownActionUpdatesTheDialogAllTheSame) {
+    Receive(Document("<RemoveRequest><RemoveType>Action</RemoveType><ID>9</ID></RemoveRequest>"));
+    ProcessMessagesFromClient();
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (std::vector<std::string>{"Update folded "}));
+}
+
+TEST_F(ClientMessages, ActionTellsTheDialogWhetherSnoozingIsAllowed) {
+    m_snoozable = false;
+    Receive(Document(Action(1)));
+    ProcessMessagesFromClient();
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (std::vector<std::string>{"Update folded 1", "Show 0 false"}));
+}

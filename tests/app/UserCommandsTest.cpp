@@ -267,6 +267,15 @@ TEST_F(UserCommands, WalkEndsWellWhenTheClientWithdrawsActionsMeanwhile) {
     EXPECT_EQ(Calls(), (Texts{"Update", "Enable", "Enable"}));
 }
 
+TEST_F(UserCommands, WalkKeepsItsPlaceWhenAnEarlierActionGoes) {
+    for (unsigned long const id : {1ul, 2ul, 3ul}) Pend(id, true);
+    Carry(TakeAll);
+    actions.erase(actions.FindFirst(1));
+    Calls();
+    Carry(ConfirmAccepted, 1);
+    EXPECT_EQ(Calls(), (Texts{"Confirm 3"})) << "the place is not moved back, so that 2 is not asked about";
+}
+
 TEST_F(UserCommands, WalkOverAnEmptiedListTakesNothing) {
     Pend(1, true);
     Carry(TakeAll);

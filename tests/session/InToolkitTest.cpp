@@ -6,6 +6,7 @@
 #include "app/HiddenWindow.h"
 #include "app/MainLoop.h"
 #include "app/ProcessState.h"
+#include "dialogs/ActionRequestDialog.h"
 #include "tests/session/ClientSession.h"
 #include "tests/session/InToolkit.h"
 
@@ -203,6 +204,157 @@ TEST_F(InToolkit, TickThatThrowsIsFollowedByTheNext) {
                   actions.push_back(due);
                   XtAppProcessEvent(app_context, XtIMTimer);
                   Finish(actions.empty() && !writeQ.IsEmpty());
+              }),
+              cAsExpected);
+}
+
+namespace {
+
+ActionRequest Titled(unsigned long id) {
+    ActionRequest request;
+    request.id = id;
+    request.SetTitle("Title"_utf8);
+    return request;
+}
+
+ActionRequest ForcedIn(unsigned long id, long seconds) {
+    ActionRequest request = Titled(id);
+    request.forceRun = true;
+    request.deadline = TimeObject(
+        Instant::Now() + TimeInterval::FromMicroseconds(seconds * cMicrosecondsPerSecond), TimeZone());
+    return request;
+}
+
+// The line above the description in the one dialog on the display.
+std::string ShownTitle() {
+    Window root = None;
+    Window parent = None;
+    Window* windows = nullptr;
+    unsigned int count = 0;
+    XQueryTree(display, DefaultRootWindow(display), &root, &parent, &windows, &count);
+    for (unsigned int index = 0; index < count; ++index) {
+        Widget const shell = XtWindowToWidget(display, windows[index]);
+        Widget const title = shell ? XtNameToWidget(shell, "form.actiontitle") : nullptr;
+        if (!title) continue;
+        String label = nullptr;
+        Arg argument{XtNlabel, reinterpret_cast<XtArgVal>(&label)};
+        XtGetValues(title, &argument, 1);
+        return label;
+    }
+    return "no dialog";
+}
+
+std::size_t CountSent() {
+    FiFoQueue<UIMessage> messages;
+    writeQ.ReadMessages(messages);
+    std::size_t count = 0;
+    for (; !messages.IsEmpty(); messages.Take()) ++count;
+    return count;
+}
+
+void Tick() {
+    OnMainLoopTimer(nullptr, nullptr);
+}
+
+} // namespace
+
+TEST_F(InToolkit, FirstTickRemindsOfWhatIsPendingWhenNothingIsPostponed) {
+    EXPECT_EQ(Run([] {
+                  initialized = true;
+                  actions.push_back(Titled(1));
+                  Tick();
+                  Finish(IsActionRequestDialogShown());
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TickRemindsOnlyWhenSomethingIsPendingAndDue) {
+    EXPECT_EQ(Run([] {
+                  initialized = true;
+                  Tick();
+                  bool const withoutActions = IsActionRequestDialogShown();
+                  actions.push_back(Titled(1));
+                  m_postponedTo = Instant::Now() + TimeInterval::FromMicroseconds(cMicrosecondsPerHour);
+                  Tick();
+                  bool const tooEarly = IsActionRequestDialogShown();
+                  m_postponedTo = Instant::Now() - TimeInterval::FromMicroseconds(cMicrosecondsPerSecond);
+                  Tick();
+                  Finish(!withoutActions && !tooEarly && IsActionRequestDialogShown());
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TickRemindsDuringAQuietPeriodToo) {
+    EXPECT_EQ(Run([] {
+                  initialized = inQuietMode = true;
+                  actions.push_back(Titled(1));
+                  actions.push_back(ForcedIn(2, -10));
+                  Tick();
+                  Finish(IsActionRequestDialogShown() && actions.size() == 2 && CountSent() == 0);
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TickTakesAnOverdueActionOutOfTheDialog) {
+    EXPECT_EQ(Run([] {
+                  initialized = inQuietMode = true;
+                  actions.push_back(Titled(1));
+                  actions.push_back(ForcedIn(2, -10));
+                  Tick();
+                  std::string const before = ShownTitle();
+                  inQuietMode = false;
+                  Tick();
+                  Finish(before == "There are 2 pending actions." && CountSent() == 1 &&
+                         ShownTitle() == "There is 1 pending action.");
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TickRefreshesTheCountdownOfANearForcedDeadline) {
+    EXPECT_EQ(Run([] {
+                  initialized = true;
+                  actions.push_back(ForcedIn(1, 100));
+                  Tick();
+                  // The dialog hears of this one by the refresh alone.
+                  actions.push_back(Titled(2));
+                  Tick();
+                  Finish(ShownTitle() == "There are 2 pending actions.");
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TickLeavesAFarForcedDeadlineAlone) {
+    EXPECT_EQ(Run([] {
+                  initialized = true;
+                  actions.push_back(ForcedIn(1, 1000));
+                  Tick();
+                  actions.push_back(Titled(2));
+                  Tick();
+                  Finish(ShownTitle() == "There is 1 pending action.");
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TickHearsTheClientBeforeTheUser) {
+    EXPECT_EQ(
+        Run([] {
+            initialized = true;
+            actions.push_back(Titled(1));
+            QueueCommand(TakeAction, 1, 0, 0);
+            readQ.WriteMessage(UIMessage(
+                "<r><RemoveRequest><RemoveType>Action</RemoveType><ID>1</ID></RemoveRequest></r>"_utf8));
+            Tick();
+            Finish(actions.empty() && CountSent() == 0);
+        }),
+        cAsExpected);
+}
+
+TEST_F(InToolkit, TickOpensTheDialogForAnOpenMessage) {
+    EXPECT_EQ(Run([] {
+                  initialized = true;
+                  QueueCommand(OpenRequested, 0, 0, 0);
+                  Tick();
+                  Finish(IsActionRequestDialogShown());
               }),
               cAsExpected);
 }

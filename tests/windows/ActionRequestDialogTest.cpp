@@ -1,9 +1,13 @@
 #include "tests/windows/DialogTest.h"
 
+#include "app/WidgetHelpers.h"
 #include "dialogs/ActionRequestDialog.h"
 
 #include <X11/Shell.h>
 #include <X11/StringDefs.h>
+#include <X11/Xaw/AsciiText.h>
+#include <X11/Xaw/Label.h>
+#include <X11/Xaw/List.h>
 
 // What the action request dialog is made of and how it behaves, in the process of the test.
 
@@ -98,7 +102,11 @@ TEST_F(ActionRequestDialog, ResourcesAreThoseOfTheDesign) {
         EXPECT_TRUE(Flag(list, "forceColumns"));
         EXPECT_TRUE(Flag(list, "verticalList"));
     }
-    EXPECT_EQ(Find("form.takeAllActions"), Find("form.takeAllActions"));
+    for (char const* const viewport : {"form.viewport", "form.snoozeViewport"}) {
+        EXPECT_TRUE(Flag(Find(viewport), "allowVert"));
+        EXPECT_TRUE(Flag(Find(viewport), "forceBars"));
+    }
+    EXPECT_EQ(Number(Find("form.actiontitle"), "justify"), XtJustifyLeft);
 }
 
 TEST_F(ActionRequestDialog, PartsStandBelowOneAnother) {
@@ -131,29 +139,6 @@ TEST_F(ActionRequestDialog, ButtonsEndAtTheRightEdgeOfThePanes) {
     EXPECT_EQ(Distance("snoozeButton"), 500 + border - Width("form.snoozeButton"));
 }
 
-namespace {
-
-// Puts a line into the display's resources as long as it lives.
-class Resource {
-public:
-    Resource(std::string const& name, std::string const& value, std::string const& valueAfter)
-        : m_name(name), m_valueAfter(valueAfter) {
-        Put(value);
-    }
-    ~Resource() { Put(m_valueAfter); }
-
-private:
-    void Put(std::string const& value) {
-        XrmDatabase database = XtDatabase(display);
-        XrmPutStringResource(&database, m_name.c_str(), value.c_str());
-    }
-
-    std::string m_name;
-    std::string m_valueAfter;
-};
-
-} // namespace
-
 TEST_F(ActionRequestDialog, WideButtonsWidenThePanes) {
     // As wide as a translation with long words makes them.
     Resource const wide("*Command.internalWidth", "60", "4");
@@ -173,6 +158,43 @@ TEST_F(ActionRequestDialog, WideButtonsWidenThePanes) {
     EXPECT_EQ(Distance("actionDetails"), width + border - 12 * border - take - cancel - details);
     EXPECT_EQ(Distance("snoozeButton"), width + border - Width("form.snoozeButton"));
     EXPECT_EQ(Width("form.snoozeViewport"), 400 + Width("form.snoozeViewport.vertical"));
+}
+
+TEST_F(ActionRequestDialog, ButtonsThatJustFitLeaveThePanesAlone) {
+    Add({});
+    Open();
+    long const border = Number(Find("form.actiondesc"), XtNborderWidth);
+    long const rest = 500 - 20 * border - Width("form.takeActions") - Width("form.cancelAction") -
+                      Width("form.actionDetails");
+    for (long const beyond : {0l, 1l}) {
+        HideActionRequestDialog();
+        Settle();
+        Resource const width("*takeAllActions.width", std::to_string(rest + beyond), "0");
+        Open();
+        ASSERT_EQ(Width("form.takeAllActions"), rest + beyond);
+        EXPECT_EQ(Width("form.actiondesc"), beyond == 0 ? 500 : 501 - border) << beyond;
+        EXPECT_EQ(Width("form.actiontitle"), beyond == 0 ? 500 : 501 - border) << beyond;
+    }
+}
+
+TEST_F(ActionRequestDialog, IsWiredToTheWindowManagersCloseBox) {
+    Add({});
+    Open();
+    EXPECT_EQ(Protocols(Shell()), (std::vector<std::string>{"WM_DELETE_WINDOW"}));
+}
+
+TEST_F(ActionRequestDialog, BarsAreDraggedByButtonThree) {
+    std::string description;
+    for (int line = 0; line < 40; ++line) description += "line\n";
+    for (unsigned long id = 1; id <= 40; ++id) Add({.id = id, .description = description});
+    Open(60000000);
+    ExpectDragsThumb(Find("form.viewport.vertical"));
+    ExpectDragsThumb(Find("form.snoozeViewport.vertical"));
+    HideActionRequestDialog();
+    Settle();
+    Open();
+    Select(0);
+    ExpectDragsThumb(TextScrollbar(Find("form.actiondesc")));
 }
 
 TEST_F(ActionRequestDialog, ViewportsHaveRoomForTheirBars) {
@@ -316,6 +338,61 @@ TEST_F(ActionRequestDialog, SelectionOutlivesTheDialog) {
     Open();
     EXPECT_EQ(Title(), "Action 2");
     EXPECT_EQ(Highlight(ActionList()), 1);
+}
+
+TEST_F(ActionRequestDialog, WithdrawnAndSentAgainIsNotSelected) {
+    Add({.id = 1, .title = "A"});
+    Add({.id = 2, .title = "B"});
+    Open();
+    Select(1);
+    {
+        ActionRequestDialogBatch const batch;
+        actions.erase(actions.FindFirst(2));
+        UpdateActionRequestDialog();
+        Add({.id = 2, .title = "B"});
+        UpdateActionRequestDialog();
+    }
+    EXPECT_EQ(Title(), "There are 2 pending actions.");
+    EXPECT_EQ(Highlight(ActionList()), -1) << "the rows are the same, and none is selected";
+}
+
+TEST_F(ActionRequestDialog, SelectingLooksAtTheDeadlinesAnew) {
+    Add({.id = 1});
+    Open();
+    // Nobody has told the dialog of this one.
+    Add({.id = 2, .deadline = 200l});
+    Select(0);
+    EXPECT_FALSE(IsSensitive("form.snoozeButton"));
+    actions.erase(actions.FindFirst(2));
+    Add({.id = 3, .deadline = 7200l});
+    Select(0);
+    EXPECT_TRUE(IsSensitive("form.snoozeButton"));
+    EXPECT_EQ(Rows(SnoozeList()), RowsWithDeadline());
+}
+
+TEST_F(ActionRequestDialog, SelectingADisabledListDoesNothing) {
+    Add({.id = 1, .title = "First"});
+    Open();
+    XawListHighlight(ActionList(), 0);
+    DisableActionRequestDialog();
+    XEvent event{};
+    XtCallActionProc(ActionList(), "PostponeListSelect", &event, nullptr, 0);
+    EXPECT_EQ(Title(), "There is 1 pending action.");
+}
+
+TEST_F(ActionRequestDialog, PaneIsReadOnlyAndStartsAtItsTop) {
+    std::string description;
+    for (int line = 0; line < 40; ++line) description += "line\n";
+    Add({.id = 1, .description = description});
+    Add({.id = 2, .description = "other\n" + description});
+    Open();
+    Widget const pane = Find("form.actiondesc");
+    Select(0);
+    ExpectDragsThumb(TextScrollbar(pane));
+    Select(1);
+    EXPECT_EQ(XawTextTopPosition(pane), 0);
+    EXPECT_EQ(XawTextGetInsertionPoint(pane), 0);
+    EXPECT_EQ(Number(pane, "editType"), XawtextRead);
 }
 
 TEST_F(ActionRequestDialog, PhantomRowOfAnEmptyListSelectsNothing) {
@@ -475,6 +552,14 @@ TEST_F(ActionRequestDialog, SnoozeTellsTheChosenMinutesAndTheEarliestDeadline) {
     EXPECT_EQ(Shell(), nullptr);
 }
 
+TEST_F(ActionRequestDialog, SnoozeWithoutAnyDeadlineTellsTheLastTimeThereIs) {
+    Add({});
+    Open(600000000);
+    Click(Find("form.snoozeButton"));
+    // 9,223,372,036,854 seconds, cut to 32 bits.
+    EXPECT_EQ(Commands(), (std::vector<std::string>{"5 0 10 2077252342"}));
+}
+
 TEST_F(ActionRequestDialog, EachSnoozeRowCanBeChosen) {
     int const minutes[] = {-15, -5,  1,   5,   10,   15,   30,   45,   60,  120,
                            240, 360, 480, 960, 1440, 2880, 4320, 5760, 7200};
@@ -524,6 +609,7 @@ TEST_F(ActionRequestDialog, LongTitlesAreCutAndHarmless) {
     EXPECT_LT(Title().size(), 5000u);
     EXPECT_EQ(Description().size(), 200002u);
     EXPECT_EQ(Width("form.actiontitle"), 500);
+    EXPECT_LT(Rows(ActionList())[0].size(), 5000u);
 }
 
 TEST_F(ActionRequestDialog, TextsEndAtANul) {
@@ -566,6 +652,27 @@ TEST_F(ActionRequestDialog, FirstOfManyRowsCanBeReachedAgain) {
     EXPECT_EQ(Title(), "Action 1");
 }
 
+TEST_F(ActionRequestDialog, SelectionKeepsItsHighlightWhileManyRowsAreScrolled) {
+    for (unsigned long id = 1; id <= 5000; ++id) Add({.id = id, .title = "Action " + std::to_string(id)});
+    Open();
+    Select(1);
+    for (int drags = 0; drags < 20; ++drags) DragBarTo(1.0f);
+    EXPECT_EQ(Highlight(ActionList()), -1);
+    EXPECT_EQ(Title(), "Action 2");
+    for (int drags = 0; drags < 20; ++drags) DragBarTo(0.0f);
+    EXPECT_EQ(Highlight(ActionList()), 1);
+}
+
+TEST_F(ActionRequestDialog, FewRowsAreLeftOfMany) {
+    for (unsigned long id = 1; id <= 5000; ++id) Add({.id = id, .title = "Action " + std::to_string(id)});
+    Open();
+    for (int drags = 0; drags < 20; ++drags) DragBarTo(1.0f);
+    for (unsigned long id = 11; id <= 5000; ++id) actions.erase(actions.FindFirst(id));
+    UpdateActionRequestDialog();
+    EXPECT_EQ(Rows(ActionList()).size(), 10u);
+    EXPECT_EQ(Rows(ActionList()).front(), "Action 1");
+}
+
 TEST_F(ActionRequestDialog, SelectionFarDownIsScrolledTo) {
     for (unsigned long id = 1; id <= 5000; ++id) Add({.id = id, .title = "Action " + std::to_string(id)});
     Open();
@@ -576,6 +683,25 @@ TEST_F(ActionRequestDialog, SelectionFarDownIsScrolledTo) {
     EXPECT_EQ(Title(), "Action 5000");
     EXPECT_EQ(Rows(ActionList()).back(), "Action 5000");
     EXPECT_EQ(Highlight(ActionList()), static_cast<int>(Rows(ActionList()).size()) - 1);
+}
+
+TEST_F(ActionRequestDialog, BatchMayEnableAndDisableAnyNumberOfTimes) {
+    Add({.id = 1, .title = "First"});
+    Open();
+    {
+        ActionRequestDialogBatch const batch;
+        for (unsigned long id = 2; id <= 20; ++id) {
+            Add({.id = id, .title = "Action " + std::to_string(id)});
+            UpdateActionRequestDialog();
+            DisableActionRequestDialog();
+            if (id < 20) EnableActionRequestDialog();
+        }
+    }
+    EXPECT_FALSE(IsSensitive("form.takeAllActions"));
+    EXPECT_FALSE(XtIsSensitive(ActionList()));
+    EnableActionRequestDialog();
+    EXPECT_EQ(Rows(ActionList()).size(), 20u);
+    EXPECT_TRUE(IsSensitive("form.takeAllActions"));
 }
 
 // One refresh for a batch must leave what a refresh after each change would have left.

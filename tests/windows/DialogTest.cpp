@@ -185,6 +185,10 @@ void DialogTest::Click(Widget widget) {
 }
 
 void DialogTest::ClickAt(Widget widget, int x, int y) {
+    PressAndRelease(widget, 1, x, y);
+}
+
+void DialogTest::PressAndRelease(Widget widget, unsigned int button, int x, int y) {
     Settle();
     Window child = None;
     int rootX = 0;
@@ -195,9 +199,9 @@ void DialogTest::ClickAt(Widget widget, int x, int y) {
     Settle();
     XTestFakeMotionEvent(display, -1, rootX, rootY, CurrentTime);
     Settle();
-    XTestFakeButtonEvent(display, 1, True, CurrentTime);
+    XTestFakeButtonEvent(display, button, True, CurrentTime);
     Settle();
-    XTestFakeButtonEvent(display, 1, False, CurrentTime);
+    XTestFakeButtonEvent(display, button, False, CurrentTime);
     Settle();
 }
 
@@ -205,6 +209,27 @@ void DialogTest::ClickRow(Widget list, int row) {
     ListPart const& part = reinterpret_cast<ListRec*>(list)->list;
     ClickAt(list, part.internal_width + 5,
             part.internal_height + part.row_height * row + part.row_height / 2);
+}
+
+void DialogTest::ExpectDragsThumb(Widget bar) {
+    float const before = Value<float>(bar, "topOfThumb");
+    PressAndRelease(bar, 3, static_cast<int>(Number(bar, XtNwidth) / 2),
+                    static_cast<int>(Number(bar, XtNheight) * 3 / 4));
+    EXPECT_GT(Value<float>(bar, "topOfThumb"), before);
+}
+
+std::vector<std::string> DialogTest::Protocols(Widget shell) {
+    Atom* protocols = nullptr;
+    int count = 0;
+    if (!XGetWMProtocols(display, XtWindow(shell), &protocols, &count)) return {};
+    std::vector<std::string> names;
+    for (int index = 0; index < count; ++index) {
+        char* const name = XGetAtomName(display, protocols[index]);
+        names.push_back(name);
+        XFree(name);
+    }
+    XFree(protocols);
+    return names;
 }
 
 std::vector<std::string> DialogTest::Commands() {
@@ -219,14 +244,28 @@ std::vector<std::string> DialogTest::Commands() {
     return commands;
 }
 
+Resource::Resource(std::string const& name, std::string const& value, std::string const& valueAfter)
+    : m_name(name), m_valueAfter(valueAfter) {
+    Put(value);
+}
+
+Resource::~Resource() {
+    Put(m_valueAfter);
+}
+
+void Resource::Put(std::string const& value) {
+    XrmDatabase database = XtDatabase(display);
+    XrmPutStringResource(&database, m_name.c_str(), value.c_str());
+}
+
 void Add(Pending const& pending) {
     ActionRequest request;
     request.id = pending.id;
     request.SetTitle(MakeUTF8Ref(pending.title));
     request.SetDescription(MakeUTF8Ref(pending.description));
     if (pending.deadline)
-        request.deadline = TimeObject(
-            Instant::Now() + TimeInterval::FromMicroseconds(*pending.deadline * 1000000), TimeZone());
+        request.deadline =
+            TimeObject(pending.now + TimeInterval::FromMicroseconds(*pending.deadline * 1000000), TimeZone());
     request.cancellable = pending.cancellable;
     request.restart = pending.restart;
     request.forceRun = pending.forceRun;

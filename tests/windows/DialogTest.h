@@ -46,9 +46,30 @@ protected:
     static void Click(Widget widget);
     static void ClickAt(Widget widget, int x, int y);
     static void ClickRow(Widget list, int row);
+    static void PressAndRelease(Widget widget, unsigned int button, int x, int y);
+
+    // Expects that a press of button 3 far down on a bar drags the thumb there instead of scrolling back.
+    static void ExpectDragsThumb(Widget bar);
+    // The atoms of WM_PROTOCOLS, by name.
+    static std::vector<std::string> Protocols(Widget shell);
 
     // The commands queued since the last call, as "type ID minutes seconds".
     static std::vector<std::string> Commands();
+};
+
+// A resource of the display as long as it lives; afterwards it has another value.
+class Resource {
+public:
+    Resource(std::string const& name, std::string const& value, std::string const& valueAfter);
+    Resource(Resource const&) = delete;
+    Resource& operator=(Resource const&) = delete;
+    ~Resource();
+
+private:
+    void Put(std::string const& value);
+
+    std::string m_name;
+    std::string m_valueAfter;
 };
 
 // An action to be put on the list of pending ones.
@@ -56,8 +77,9 @@ struct Pending {
     unsigned long id = 1;
     std::string title = "Title";
     std::string description = "Description";
-    // Seconds from now; nothing for no deadline.
+    // Seconds from `now`; nothing for no deadline.
     NullOr<long> deadline = NullOr<long>();
+    Instant now = Instant::Now();
     bool cancellable = true;
     bool restart = false;
     bool forceRun = false;

@@ -48,6 +48,18 @@ TEST_F(DialogMemory, StaysFlatOverRefreshesOfUnchangedTexts) {
               cNoise);
 }
 
+TEST_F(DialogMemory, StaysFlatOverTextsThatChange) {
+    Add({.id = 1, .description = "first"});
+    Add({.id = 2, .description = "second, with a longer text than the first one has"});
+    UnixApp_ShowActionRequestDialog(false, TimeInterval(), true);
+    EXPECT_LE(Growth(300,
+                     [] {
+                         ClickRow(ListIn("viewport"), 0);
+                         ClickRow(ListIn("viewport"), 1);
+                     }),
+              cNoise);
+}
+
 TEST_F(DialogMemory, StaysFlatOverOpeningAndClosing) {
     for (unsigned long const id : {1ul, 2ul, 3ul}) Add({.id = id, .deadline = 86400l * 30});
     EXPECT_LE(Growth(1000,
