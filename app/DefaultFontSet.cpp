@@ -13,8 +13,9 @@
 // The choice runs over three kinds of candidates: the configured set, the toolkit's own default, and one for
 // each family at one size that the display has. The measure is the number of missing character sets; the
 // lines about the sets with the lowest number are kept as the choice goes on. A set that misses nothing ends
-// the choice among the first two and is no candidate among the searched ones, so the lowest number is not 0
-// when the search begins.
+// the choice when it is one of the first two. A searched one does not lower the number, and with a number
+// above 0 it is passed over. The number is 0 only when the toolkit's default could not be made although
+// nothing was reported as missing: what counts then are complete sets alone, and the search may choose one.
 
 namespace {
 

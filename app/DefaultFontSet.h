@@ -5,13 +5,14 @@
 #include <vector>
 
 // The search for the font set that labels and lists fall back to. A font set of the toolkit is a list of font
-// names, and is complete when the fonts found cover all character sets of the locale. The default one is
-// complete on a machine with the usual fonts only, so the process looks for one that misses few.
+// names, and is complete when the fonts found cover all character sets of the locale. The toolkit's own
+// default is complete only where the usual fonts are installed, so the process looks for one that misses few.
 
-// Character sets that the most complete font set still misses: a line that names the set, then one line for
-// each missing character set; font sets that are equally incomplete follow in the same way. Empty when
-// nothing is missing, when the search has found a set as good as the configured and the default one, and
-// before ConfigValidDefaultFontSet. Written by that function only.
+// What the most complete font sets still miss: for each of them a line that names it, then one line for each
+// missing character set. Sets that could not be made are among them. Empty before ConfigValidDefaultFontSet,
+// which alone writes it, and when the configured set or the toolkit's default is complete. A searched set
+// that is made and misses as few as the best so far empties it; the lines that follow it are those of sets
+// that could not be made and miss as few or fewer. So the list can hold lines although a set was chosen.
 extern std::vector<std::string>& missingCharSets;
 std::vector<std::string>& GetMissingCharSets();
 
@@ -52,7 +53,8 @@ struct FontSetChoice {
 };
 
 // The choice itself. The configured set and the toolkit's default come first; when neither is complete, each
-// family at one size that the source lists is tried once. A candidate must be made, and must miss as few
-// character sets as the best attempt so far; the one with the smallest line height among the candidates is
-// chosen. The time is linear in the number of names, but for the attempts themselves.
+// family at one size that the source lists is tried once. A candidate must be made and must miss no more
+// character sets than the best attempt so far. A complete one is no candidate, unless the toolkit's default
+// failed without missing any. The candidate with the smallest line height is chosen. The time is linear in
+// the number of names, but for the attempts themselves.
 FontSetChoice ChooseDefaultFontSet(FontSource& source);

@@ -43,8 +43,10 @@ extern bool inQuietMode;
 // The user's locale is a real one, so that translations are in use.
 extern bool international;
 
-// Null until the display is opened, and the context again once the process is ending.
+// The toolkit's context: null until it is made, just before the display is opened, and again once the process
+// is ending.
 extern _XtAppStruct* app_context;
+// Null until it is opened.
 extern _XDisplay* display;
 // The hidden window by which other programs reach this one. Null until the first tick.
 extern _WidgetRec* vrkHidden;

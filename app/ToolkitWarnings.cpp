@@ -4,7 +4,9 @@
 #include "app/DefaultFontSet.h"
 #include "app/ExitCleanup.h"
 #include "app/ToolkitCall.h"
+#include "text/Ascii.h"
 #include "text/LocalText.h"
+#include "text/Transcoder.h"
 
 #include <algorithm>
 #include <string>
@@ -14,15 +16,26 @@ XtErrorMsgHandler defaultWarningMsgHandler = nullptr;
 
 namespace {
 
-// The toolkit's texts are in the encoding of the locale, or should be: one that is not still reaches the
-// client, with its ASCII.
+void ReplaceByQuestionMarks(std::string& text, Bits const& bytes) {
+    std::ranges::replace_if(
+        text, [&](char byte) { return bytes.Has(static_cast<unsigned char>(byte)); }, '?');
+}
+
+// Control characters have no place in a document.
+Bits NotForDocuments() {
+    Bits set = Ascii::Control();
+    return set.Clear('\t').Clear('\n').Clear('\r');
+}
+
+// Text that is fit for a document. The toolkit's texts are in the encoding of the locale, or should be: one
+// that is not still reaches the client, with its ASCII. The way by UTF-32 checks the text in every locale,
+// one of UTF-8 included.
 AutoUString<UTF8> ToUTF8(std::string text) {
+    ReplaceByQuestionMarks(text, NotForDocuments());
     try {
-        return UnixPlatform::ToUTF8(
-            UStringRef<Local8Bit>(Local8Bit(), text.data(), text.data() + text.size()));
+        return Transcode<UTF8, UTF32>(UnixPlatform::ToUTF32(MakeLocalRef(text)));
     } catch (DebuggableException const&) {
-        std::ranges::replace_if(
-            text, [](char unit) { return static_cast<unsigned char>(unit) > 0x7F; }, '?');
+        ReplaceByQuestionMarks(text, Ascii::High());
         return AutoUString<UTF8>(MakeUTF8Ref(text));
     }
 }

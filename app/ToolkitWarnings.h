@@ -16,7 +16,8 @@ void OverrideWarningMsgHandler(XtAppContext context);
 // defaultWarningMsgHandler.
 //
 // The text for the client is "name (class)", with the missing character sets behind it where they are the
-// reason; the default text and its parameters are not sent. A null name counts as empty. No exception
-// escapes.
+// reason; the default text and its parameters are not sent. It is always valid UTF-8: a "?" stands for each
+// control character but tab, LF and CR, and, when the text is none of the locale's encoding, for each byte
+// above 0x7F. A null name counts as empty. No exception escapes.
 void WarningMsgHandler(String name, String type, String warningClass, String defaultText, String* parameters,
                        Cardinal* parameterCount);

@@ -231,6 +231,17 @@ TEST(DefaultFontSet, FoundSetThatMissesNothingIsPassedOver) {
     EXPECT_THAT(choice.missingCharSets, ElementsAre(cDefaultLine, "A"));
 }
 
+TEST(DefaultFontSet, FoundSetThatMissesNothingIsChosenWhereTheDefaultFailedWithoutMissingAnything) {
+    FontTable fonts;
+    fonts.attempts[cDefault] = NotMade();
+    fonts.attempts[FontSetOf("incomplete")] = Made(5, {"A"});
+    fonts.attempts[FontSetOf("complete")] = Made(12);
+    fonts.fonts = {FontName("incomplete"), FontName("complete")};
+    FontSetChoice const choice = ChooseDefaultFontSet(fonts);
+    EXPECT_EQ(choice.fontSet, FontSetOf("complete"));
+    EXPECT_THAT(choice.missingCharSets, IsEmpty());
+}
+
 TEST(DefaultFontSet, FoundSetThatIsNotMadeLowersTheCountAndLeavesItsLines) {
     FontTable fonts;
     fonts.attempts[cDefault] = Made(10, {"A", "B"});

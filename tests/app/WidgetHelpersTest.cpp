@@ -106,7 +106,7 @@ namespace {
 
 using WordTest = int (*)(wchar_t);
 
-// As the widget library finds it: by its name among the exported symbols.
+// As a widget library that looks for it finds it: by its name among the exported symbols.
 WordTest FindWordTest() {
     return reinterpret_cast<WordTest>(dlsym(RTLD_DEFAULT, "_Xaw_iswalnum"));
 }
@@ -117,7 +117,7 @@ bool BelongsToWord(wchar_t character) {
 
 } // namespace
 
-TEST(WordCharacter, IsJudgedByTheProgramAndNotByTheLibrary) {
+TEST(WordCharacter, IsExportedByTheProgramForALibraryThatLooksForIt) {
     Dl_info found{};
     Dl_info own{};
     ASSERT_TRUE(FindWordTest());

@@ -1,8 +1,11 @@
 #include "tests/session/InToolkit.h"
 
 #include "app/MainLoop.h"
+#include "app/ProcessState.h"
 #include "tests/session/ClientSession.h"
 
+#include <X11/Shell.h>
+#include <X11/StringDefs.h>
 #include <csignal>
 #include <cstdlib>
 #include <sys/wait.h>
@@ -63,4 +66,23 @@ std::string InToolkit::Report(std::function<std::string()> const& body,
     std::optional<int> const status = StatusOf(child);
     if (status == cAsExpected) return report;
     return "the child ended with " + (status ? std::to_string(*status) : std::string("a signal"));
+}
+
+Widget MakeAppShell(int width, int height) {
+    return XtVaAppCreateShell(nullptr, nullptr, applicationShellWidgetClass, display, XtNwidth, width,
+                              XtNheight, height, nullptr);
+}
+
+void DispatchPendingEvents() {
+    XSync(display, False);
+    while (XtAppPending(app_context) & XtIMXEvent) XtAppProcessEvent(app_context, XtIMXEvent);
+}
+
+XEvent MakeProtocolMessage(char const* protocol) {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, protocol, False));
+    return event;
 }

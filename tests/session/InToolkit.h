@@ -1,9 +1,12 @@
 #pragma once
 
+// First: X.h defines names that the test framework uses.
+#include <gtest/gtest.h>
+
 #include "tests/session/PrivateDisplay.h"
 
+#include <X11/Intrinsic.h>
 #include <functional>
-#include <gtest/gtest.h>
 #include <map>
 #include <optional>
 #include <string>
@@ -39,3 +42,12 @@ protected:
     std::map<std::string, std::string> m_environment;
     PrivateDisplay m_display;
 };
+
+// For the children, which have `display` open.
+
+// A shell of the application that is not realized yet.
+Widget MakeAppShell(int width = 100, int height = 50);
+// Handles everything that the server has sent so far.
+void DispatchPendingEvents();
+// A window manager's message of a protocol such as "WM_DELETE_WINDOW"; the window is left open.
+XEvent MakeProtocolMessage(char const* protocol);

@@ -23,22 +23,9 @@ namespace {
 
 // A shell that can take events.
 Widget MakeShell() {
-    Arg arguments[2];
-    XtSetArg(arguments[0], XtNwidth, 10);
-    XtSetArg(arguments[1], XtNheight, 10);
-    Widget const shell =
-        XtAppCreateShell("shell", nullptr, applicationShellWidgetClass, display, arguments, 2);
+    Widget const shell = MakeAppShell(10, 10);
     XtRealizeWidget(shell);
     return shell;
-}
-
-XEvent CloseRequest(char const* protocol) {
-    XEvent event{};
-    event.xclient.type = ClientMessage;
-    event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
-    event.xclient.format = 32;
-    event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, protocol, False));
-    return event;
 }
 
 // Windows directly below the root.
@@ -50,12 +37,6 @@ unsigned int CountWindows(Display* onlooker) {
     XQueryTree(onlooker, DefaultRootWindow(onlooker), &root, &parent, &children, &count);
     if (children) XFree(children);
     return count;
-}
-
-// Handles everything that the server has sent so far.
-void DispatchEvents() {
-    XSync(display, False);
-    while (XtAppPending(app_context) & XtIMXEvent) XtAppProcessEvent(app_context, XtIMXEvent);
 }
 
 } // namespace
@@ -134,7 +115,7 @@ TEST_F(InToolkit, LostConnectionOnTheWayOutKeepsTheFirstStatus) {
 
 TEST_F(InToolkit, CloseRequestReachesTheRegisteredAction) {
     EXPECT_EQ(Run([] {
-                  XEvent event = CloseRequest("WM_DELETE_WINDOW");
+                  XEvent event = MakeProtocolMessage("WM_DELETE_WINDOW");
                   XtCallActionProc(MakeShell(), "SystemMenuClose", &event, nullptr, 0);
               }),
               0);
@@ -143,9 +124,9 @@ TEST_F(InToolkit, CloseRequestReachesTheRegisteredAction) {
 TEST_F(InToolkit, OtherEventsDoNotClose) {
     EXPECT_EQ(Run([] {
                   Widget const shell = MakeShell();
-                  XEvent event = CloseRequest("WM_TAKE_FOCUS");
+                  XEvent event = MakeProtocolMessage("WM_TAKE_FOCUS");
                   XtCallActionProc(shell, "SystemMenuClose", &event, nullptr, 0);
-                  event = CloseRequest("WM_DELETE_WINDOW");
+                  event = MakeProtocolMessage("WM_DELETE_WINDOW");
                   event.xclient.message_type = XInternAtom(display, "OTHER", False);
                   XtCallActionProc(shell, "SystemMenuClose", &event, nullptr, 0);
                   event.type = KeyPress;
@@ -176,7 +157,7 @@ TEST_F(InToolkit, OpenMessageToTheHiddenWindowIsQueued) {
                   event.xclient.format = 8;
                   std::copy_n("openly", 6, event.xclient.data.b);
                   XSendEvent(display, XtWindow(vrkHidden), False, NoEventMask, &event);
-                  DispatchEvents();
+                  DispatchPendingEvents();
                   FiFoQueue<std::unique_ptr<UICommand>> commands;
                   uiCommandQ.ReadMessages(commands);
                   Finish(!commands.IsEmpty() && commands.Take()->type == OpenRequested && commands.IsEmpty());

@@ -3,6 +3,7 @@
 
 #include "app/DefaultFontSet.h"
 #include "app/ProcessState.h"
+#include "app/ToolkitWarnings.h"
 #include "app/WidgetHelpers.h"
 #include "tests/session/ClientSession.h"
 #include "tests/session/InToolkit.h"
@@ -16,14 +17,38 @@
 #include <X11/Xaw/List.h>
 #include <X11/Xaw/Scrollbar.h>
 #include <X11/Xaw/Viewport.h>
+#include <algorithm>
+#include <clocale>
+#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <sys/un.h>
 #include <thread>
 #include <unistd.h>
 
 // The toolkit's set-up and the widget helpers against a real server.
+
+namespace {
+
+// What happens first when a child lists the server's fonts, which it does in the middle of the search.
+std::function<void(char const* pattern, int most)> atFontListing;
+
+} // namespace
+
+// Takes the place of the library's function for the whole program, and hands on to it.
+char** XListFonts(Display* connection, char const* pattern, int most, int* count) {
+    static auto const list = reinterpret_cast<decltype(&XListFonts)>(dlsym(RTLD_NEXT, "XListFonts"));
+    if (atFontListing) atFontListing(pattern, most);
+    return list(connection, pattern, most, count);
+}
 
 namespace {
 
@@ -33,9 +58,9 @@ std::string Join(std::vector<std::string> const& entries) {
     return joined;
 }
 
-// The default font set in the display's database; "none" when there is none.
-std::string DefaultFontSetInDatabase() {
-    XrmName names[] = {XrmStringToName("xtDefaultFontSet"), NULLQUARK};
+// The default font set in the display's database for a name of its class; "none" when there is none.
+std::string DefaultFontSetInDatabase(char const* name = "xtDefaultFontSet") {
+    XrmName names[] = {XrmStringToName(name), NULLQUARK};
     XrmClass classes[] = {XrmStringToClass("XtDefaultFontSet"), NULLQUARK};
     XrmRepresentation type = NULLQUARK;
     XrmValue value{};
@@ -55,17 +80,6 @@ std::vector<std::string> TakeSent() {
     return documents;
 }
 
-Widget MakeShell(int width = 100, int height = 50) {
-    return XtVaAppCreateShell(nullptr, nullptr, applicationShellWidgetClass, display, XtNwidth, width,
-                              XtNheight, height, nullptr);
-}
-
-// Handles everything that the server has sent so far.
-void DispatchEvents() {
-    XSync(display, False);
-    while (XtAppPending(app_context) & XtIMXEvent) XtAppProcessEvent(app_context, XtIMXEvent);
-}
-
 constexpr char cBuiltInFont[] = "-misc-fixed-medium-r-semicondensed--13-120-75-75-c-60-*,*";
 constexpr char cTallFont[] = "-misc-fixed-medium-r-normal--18-120-100-100-c-90-*,*";
 
@@ -78,7 +92,10 @@ class FontSituation : public InToolkit {
 protected:
     explicit FontSituation(std::vector<std::string> const& serverArguments = {})
         : InToolkit({.arguments = serverArguments}) {}
-    ~FontSituation() override { international = false; }
+    ~FontSituation() override {
+        international = false;
+        atFontListing = nullptr;
+    }
 
     void Use(std::string const& locale) {
         m_environment["LOCPATH"] = TestLocales::Folder();
@@ -141,6 +158,32 @@ TEST_F(BuiltInFontsOnly, FoundSetReplacesAnIncompleteConfiguredOneOfTheClass) {
               std::string(cBuiltInFont) + "; missing: ");
 }
 
+TEST_F(BuiltInFontsOnly, FoundSetIsForTheClassAndLeavesAnIncompleteConfiguredOneToItsName) {
+    Use("C.UTF-8");
+    EXPECT_EQ(
+        Report([] { return DescribeFonts() + "; others: " + DefaultFontSetInDatabase("anotherFontSet"); },
+               {"-xrm", "xtDefaultFontSet: fixed"}),
+        std::string("fixed; missing: ; others: ") + cBuiltInFont);
+}
+
+TEST_F(BuiltInFontsOnly, SearchListsAThousandFontsAtMost) {
+    Use("C.UTF-8");
+    std::string listings;
+    atFontListing = [&](std::string const& pattern, int most) {
+        if (pattern == "-*-*-*-r-*-*-*-120-*-*-*-*") listings += std::to_string(most) + " ";
+    };
+    EXPECT_EQ(Report([&] { return listings; }), "1000 ");
+}
+
+TEST_F(BuiltInFontsOnly, FatalToolkitErrorWithinTheSearchIsLeftToTheToolkit) {
+    Use("C.UTF-8");
+    atFontListing = [](char const*, int) {
+        std::string message = "an error of the test";
+        XtAppError(app_context, message.data());
+    };
+    EXPECT_EQ(Run([] {}), 1) << "the status of the toolkit's own handler";
+}
+
 TEST_F(BuiltInFontsOnly, ConfiguredSetThatCannotBeMadeIsReplaced) {
     for (char const* locale : cLocales)
         EXPECT_EQ(FontsIn(locale, {"-xrm", "XtDefaultFontSet: no-such-font"}),
@@ -152,8 +195,8 @@ TEST_F(BuiltInFontsOnly, WidgetsUseTheSetThatWasPutInForce) {
     Use("de_DE.UTF-8");
     EXPECT_EQ(Report([] {
                   Widget const label =
-                      XtVaCreateManagedWidget("label", labelWidgetClass, MakeShell(), XtNinternational, True,
-                                              XtNlabel, "Schl\xC3\xBCssel", nullptr);
+                      XtVaCreateManagedWidget("label", labelWidgetClass, MakeAppShell(), XtNinternational,
+                                              True, XtNlabel, "Schl\xC3\xBCssel", nullptr);
                   XFontSet fontSet = nullptr;
                   XtVaGetValues(label, XtNfontSet, &fontSet, nullptr);
                   return std::string(fontSet ? XBaseFontNameListOfFontSet(fontSet) : "none");
@@ -161,20 +204,70 @@ TEST_F(BuiltInFontsOnly, WidgetsUseTheSetThatWasPutInForce) {
               cBuiltInFont);
 }
 
-// A server whose fonts are all gone.
-class NoUsableFont : public FontSituation {
+// A folder of its own, deleted with the object.
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
+        std::string name = std::filesystem::temp_directory_path() / "toolkit-XXXXXX";
+        if (!mkdtemp(name.data())) throw std::runtime_error("cannot make a folder");
+        m_path = name;
+    }
+    TemporaryFolder(TemporaryFolder const&) = delete;
+    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
+    ~TemporaryFolder() { std::filesystem::remove_all(m_path); }
+
+    std::filesystem::path const& Path() const { return m_path; }
+
+private:
+    std::filesystem::path m_path;
+};
+
+// A server that has the fonts of one folder only, which are written into it by the test.
+class OwnFonts : public FontSituation {
 protected:
-    NoUsableFont() {
-        char name[] = "/tmp/no-fonts-XXXXXX";
-        if (!mkdtemp(name)) throw std::runtime_error("cannot make a folder");
-        m_folder = name;
-        std::ofstream(m_folder / "fonts.dir") << "0\n";
+    // Writes a font of that family whose lines are `lineHeight` pixels high and whose only letter has an
+    // image of `inkHeight` pixels.
+    void AddFont(std::string const& family, int lineHeight, int inkHeight) {
+        std::string const name = "-own-" + family + "-medium-r-normal--12-120-75-75-c-60-iso8859-1";
+        std::ofstream font(m_folder.Path() / (family + ".bdf"));
+        font << "STARTFONT 2.1\nFONT " << name << "\nSIZE 12 75 75\nFONTBOUNDINGBOX 6 " << inkHeight
+             << " 0 0\nSTARTPROPERTIES 3\nFONT_ASCENT " << lineHeight - 1
+             << "\nFONT_DESCENT 1\nDEFAULT_CHAR 65\nENDPROPERTIES\nCHARS 1\n"
+             << "STARTCHAR A\nENCODING 65\nSWIDTH 500 0\nDWIDTH 6 0\nBBX 6 " << inkHeight << " 0 0\nBITMAP\n";
+        for (int row = 0; row < inkHeight; ++row) font << "FC\n";
+        font << "ENDCHAR\nENDFONT\n";
+        m_index += family + ".bdf " + name + "\n";
+        ++m_fonts;
+    }
+
+    // Makes the server use the fonts added so far.
+    void PutInForce() {
+        std::ofstream(m_folder.Path() / "fonts.dir") << m_fonts << "\n" << m_index;
         Display* const onlooker = XOpenDisplay(m_display.Name().c_str());
-        char* path[] = {name};
+        std::string folder = m_folder.Path();
+        char* path[] = {folder.data()};
         XSetFontPath(onlooker, path, 1);
         XCloseDisplay(onlooker);
     }
-    ~NoUsableFont() override { std::filesystem::remove_all(m_folder); }
+
+private:
+    TemporaryFolder m_folder;
+    int m_fonts = 0;
+    std::string m_index;
+};
+
+TEST_F(OwnFonts, LineHeightDecidesAndNotTheHeightOfTheLetters) {
+    AddFont("airy", 30, 5);
+    AddFont("dense", 12, 11);
+    AddFont("loose", 20, 3);
+    PutInForce();
+    EXPECT_EQ(FontsIn("de_DE.UTF-8"), "-own-dense-medium-r-normal--12-120-75-75-c-60-*,*; missing: ");
+}
+
+// A server whose fonts are all gone.
+class NoUsableFont : public OwnFonts {
+protected:
+    NoUsableFont() { PutInForce(); }
 
     // A child that creates a label, and the end of the pipe to which it sends its documents, each with a NUL
     // behind.
@@ -194,7 +287,7 @@ protected:
                         if (write(end, line.data(), line.size()) < 0) return;
                     }
             }).detach();
-            XtVaCreateManagedWidget("label", labelWidgetClass, MakeShell(), XtNinternational,
+            XtVaCreateManagedWidget("label", labelWidgetClass, MakeAppShell(), XtNinternational,
                                     ofManyScripts ? True : False, nullptr);
         });
         close(ends[1]);
@@ -213,8 +306,6 @@ protected:
         documents.pop_back();
         return documents;
     }
-
-    std::filesystem::path m_folder;
 };
 
 TEST_F(NoUsableFont, LinesOfTheDefaultStay) {
@@ -232,6 +323,21 @@ TEST_F(NoUsableFont, LinesOfAnEquallyPoorConfiguredSetStayAsWell) {
     EXPECT_EQ(FontsIn("C", {"-xrm", "xtDefaultFontSet: fixed"}),
               "fixed; missing: Resource font type: fixed|ISO8859-1|"
               "Default Xt font type: -*-*-*-R-*-*-*-120-*-*-*-*,*|ISO8859-1");
+}
+
+TEST_F(NoUsableFont, ConfiguredValueThatIsNoTextIsNotTaken) {
+    Use("C");
+    EXPECT_EQ(Report([] {
+                  XrmDatabase database = XtDatabase(display);
+                  XrmBinding bindings[] = {XrmBindTightly};
+                  XrmQuark names[] = {XrmStringToQuark("xtDefaultFontSet"), NULLQUARK};
+                  std::string bytes = "fixed";
+                  XrmValue value{static_cast<unsigned int>(bytes.size() + 1), bytes.data()};
+                  XrmQPutResource(&database, bindings, names, XrmStringToQuark("AnotherType"), &value);
+                  ConfigValidDefaultFontSet();
+                  return DescribeFonts();
+              }),
+              "fixed; missing: Default Xt font type: -*-*-*-R-*-*-*-120-*-*-*-*,*|ISO8859-1");
 }
 
 TEST_F(NoUsableFont, WarningsThenReachTheClient) {
@@ -284,7 +390,7 @@ protected:
 
     std::string PositionOf(int width, int height) {
         return Report([=] {
-            Widget const shell = MakeShell(width, height);
+            Widget const shell = MakeAppShell(width, height);
             XtRealizeWidget(shell);
             CenterDialogOnDisplay(shell);
             Position x = 0;
@@ -319,7 +425,7 @@ struct ListInViewport {
         static std::vector<std::string> texts(static_cast<std::size_t>(rows), "row");
         static std::vector<char*> pointers;
         for (std::string& text : texts) pointers.push_back(text.data());
-        Widget const shell = MakeShell(200, 75);
+        Widget const shell = MakeAppShell(200, 75);
         Boolean const bar = withBar ? True : False;
         viewport = XtVaCreateManagedWidget("viewport", viewportWidgetClass, shell, XtNallowVert, bar,
                                            XtNforceBars, bar, nullptr);
@@ -392,12 +498,12 @@ void NoteJump(Widget, XtPointer, XtPointer position) {
 
 // An upright bar of 100 pixels that notes where its thumb is dragged to.
 Widget MakeScrollbar() {
-    Widget const shell = MakeShell(20, 100);
+    Widget const shell = MakeAppShell(20, 100);
     Widget const bar = XtVaCreateManagedWidget("bar", scrollbarWidgetClass, shell, XtNlength, 100,
                                                XtNthickness, 20, XtNborderWidth, 0, nullptr);
     XtAddCallback(bar, XtNjumpProc, NoteJump, nullptr);
     XtRealizeWidget(shell);
-    DispatchEvents();
+    DispatchPendingEvents();
     return bar;
 }
 
@@ -472,7 +578,7 @@ using ScrollbarOfText = InToolkit;
 TEST_F(ScrollbarOfText, IsFoundWhereThereIsOne) {
     EXPECT_EQ(Report([] {
                   Widget const text =
-                      XtVaCreateManagedWidget("text", asciiTextWidgetClass, MakeShell(), XtNscrollVertical,
+                      XtVaCreateManagedWidget("text", asciiTextWidgetClass, MakeAppShell(), XtNscrollVertical,
                                               XawtextScrollAlways, nullptr);
                   Widget const bar = TextScrollbar(text);
                   if (!bar) return std::string("none");
@@ -483,32 +589,30 @@ TEST_F(ScrollbarOfText, IsFoundWhereThereIsOne) {
 }
 
 TEST_F(ScrollbarOfText, IsNullWhereThereIsNone) {
-    EXPECT_EQ(
-        Report([] {
-            Widget const plain = XtVaCreateManagedWidget("text", asciiTextWidgetClass, MakeShell(), nullptr);
-            Widget const label = XtVaCreateManagedWidget("label", labelWidgetClass, MakeShell(), nullptr);
-            return std::string(
-                TextScrollbar(plain) || TextScrollbar(label) || TextScrollbar(nullptr) ? "a bar" : "none");
-        }),
-        "none");
+    EXPECT_EQ(Report([] {
+                  Widget const plain =
+                      XtVaCreateManagedWidget("text", asciiTextWidgetClass, MakeAppShell(), nullptr);
+                  Widget const label =
+                      XtVaCreateManagedWidget("label", labelWidgetClass, MakeAppShell(), nullptr);
+                  return std::string(TextScrollbar(plain) || TextScrollbar(label) || TextScrollbar(nullptr)
+                                         ? "a bar"
+                                         : "none");
+              }),
+              "none");
 }
 
 class CloseBox : public InToolkit {
 protected:
     // Sends a message of that protocol to a realized shell, as a window manager does.
     static void SendProtocolMessage(Widget shell, char const* protocol) {
-        XEvent event{};
-        event.xclient.type = ClientMessage;
+        XEvent event = MakeProtocolMessage(protocol);
         event.xclient.window = XtWindow(shell);
-        event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
-        event.xclient.format = 32;
-        event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, protocol, False));
         XSendEvent(display, XtWindow(shell), False, NoEventMask, &event);
-        DispatchEvents();
+        DispatchPendingEvents();
     }
 
     static Widget MakeListeningShell() {
-        Widget const shell = MakeShell();
+        Widget const shell = MakeAppShell();
         XtRealizeWidget(shell);
         ListenForClose(shell);
         return shell;
@@ -542,7 +646,7 @@ TEST_F(CloseBox, IsAskedForInTheWindowsProtocols) {
 
 TEST_F(CloseBox, DoesNothingToAShellThatDoesNotListen) {
     EXPECT_EQ(Run([] {
-                  Widget const shell = MakeShell();
+                  Widget const shell = MakeAppShell();
                   XtRealizeWidget(shell);
                   SendProtocolMessage(shell, "WM_DELETE_WINDOW");
                   Finish(true);
@@ -562,7 +666,7 @@ using ActionTable = InToolkit;
 
 TEST_F(ActionTable, HasAnEntryThatDoesNothing) {
     EXPECT_EQ(Run([] {
-                  Widget const shell = MakeShell();
+                  Widget const shell = MakeAppShell();
                   XtOverrideTranslations(shell, XtParseTranslationTable("<Btn1Down>: Nothing()"));
                   XtRealizeWidget(shell);
                   XEvent press = MakeButtonEvent(shell, ButtonPress, Button1, 5);
@@ -585,7 +689,7 @@ TEST_F(LongLabel, IsFatalUncutAndHarmlessCut) {
     // As many letters as make the sum of their widths and of the label's margins wrap around to 0.
     EXPECT_EQ(Run([&] {
                   Widget const probe =
-                      XtVaCreateWidget("probe", labelWidgetClass, MakeShell(), XtNlabel, "i", nullptr);
+                      XtVaCreateWidget("probe", labelWidgetClass, MakeAppShell(), XtNlabel, "i", nullptr);
                   XFontStruct* font = nullptr;
                   Dimension margin = 0;
                   XtVaGetValues(probe, XtNfont, &font, XtNinternalWidth, &margin, nullptr);
@@ -611,4 +715,183 @@ TEST(ShippedProgram, ExportsItsTestForWordCharactersAndNothingElseOfItsOwn) {
     }
     EXPECT_EQ(pclose(listing), 0);
     EXPECT_TRUE(found);
+}
+
+using Toolkit = InToolkit;
+
+namespace {
+
+// What a child writes to its standard error while `body` runs.
+std::string ErrorOutputOf(std::function<void()> const& body) {
+    int ends[2];
+    if (pipe(ends) != 0) return "there is no pipe";
+    dup2(ends[1], STDERR_FILENO);
+    close(ends[1]);
+    body();
+    std::fflush(stderr);
+    close(STDERR_FILENO);
+    std::string output;
+    for (char byte = 0; read(ends[0], &byte, 1) == 1;) output += byte;
+    return output;
+}
+
+void GiveWarning() {
+    XtAppWarningMsg(app_context, "aName", "aType", "aClass", "a warning of the test", nullptr, nullptr);
+}
+
+// Lets a child that has sent anything end with that status, whatever its own was to be.
+constexpr int cHasSent = 77;
+
+void WatchWhatIsSent() {
+    std::atexit([] {
+        if (!writeQ.IsEmpty()) _exit(cHasSent);
+    });
+}
+
+} // namespace
+
+TEST_F(Toolkit, WarningReachesTheToolkitsOwnHandlerAndNotTheClient) {
+    EXPECT_EQ(Report([] {
+                  if (!defaultWarningMsgHandler) return std::string("there is no former handler");
+                  return ErrorOutputOf(GiveWarning) + Join(TakeSent());
+              }),
+              "Warning: a warning of the test\n");
+}
+
+TEST_F(Toolkit, WarningHandlerIsNotItsOwnPredecessorWhenItIsInstalledAgain) {
+    EXPECT_EQ(Report([] {
+                  XtErrorMsgHandler const former = defaultWarningMsgHandler;
+                  OverrideWarningMsgHandler(app_context);
+                  if (defaultWarningMsgHandler != former) return std::string("another predecessor");
+                  return ErrorOutputOf(GiveWarning);
+              }),
+              "Warning: a warning of the test\n");
+}
+
+TEST_F(Toolkit, LocaleStaysAsItIsWithoutARealOne) {
+    m_environment["LOCPATH"] = TestLocales::Folder();
+    m_environment["LC_ALL"] = "de_DE.UTF-8";
+    auto const locale = [] { return std::string(std::setlocale(LC_CTYPE, nullptr)); };
+    EXPECT_EQ(Report(locale), "C");
+    international = true;
+    EXPECT_EQ(Report(locale), "de_DE.UTF-8");
+    international = false;
+}
+
+TEST_F(Toolkit, FailuresAreNotToldToTheClient) {
+    EXPECT_EQ(Run([] {
+                  WatchWhatIsSent();
+                  XMapWindow(display, 0x7FFFFFFF);
+                  XSync(display, False);
+              }),
+              255)
+        << "a protocol error";
+    EXPECT_EQ(Run([] {
+                  WatchWhatIsSent();
+                  std::string message = "no such thing";
+                  XtAppError(app_context, message.data());
+              }),
+              255)
+        << "a fatal error of the toolkit";
+    EXPECT_EQ(Run([this] {
+                  WatchWhatIsSent();
+                  m_display.Kill();
+                  XSync(display, False);
+              }),
+              0)
+        << "a lost connection";
+}
+
+// A server that takes one connection, greets it as the real one does, and answers each of its next requests
+// from a prepared list; then it hangs up.
+class FailingServer : public InToolkit {
+protected:
+    FailingServer() {
+        timeval const patience{.tv_sec = cPatience.count(), .tv_usec = 0};
+        setsockopt(m_listener, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof(patience));
+        m_environment["DISPLAY"] = "127.0.0.1:" + std::to_string(ListenAsDisplay());
+    }
+    ~FailingServer() override { close(m_listener); }
+
+    // The exit status of a child that opens the toolkit on this server.
+    std::optional<int> StatusAfter(std::vector<std::string> const& answers) {
+        std::vector<std::string> all{Greeting()};
+        all.insert(all.end(), answers.begin(), answers.end());
+        pid_t const child = Start([] {});
+        int const connection = accept(m_listener, nullptr, nullptr);
+        for (std::string const& answer : all) {
+            char request[4096];
+            EXPECT_GT(read(connection, request, sizeof(request)), 0);
+            EXPECT_GT(send(connection, answer.data(), answer.size(), MSG_NOSIGNAL), 0);
+        }
+        // Not closed yet: requests that nobody reads would take the last answer with them.
+        shutdown(connection, SHUT_WR);
+        std::optional<int> const status = StatusOf(child);
+        close(connection);
+        return status;
+    }
+
+    // 32 bytes, with the kind, the code and the number of the request that is answered; the rest is 0.
+    static std::string Answer(char kind, char code, char request) {
+        std::string answer(32, '\0');
+        answer[0] = kind;
+        answer[1] = code;
+        answer[2] = request;
+        return answer;
+    }
+
+private:
+    // The number of the display that it has become: its port is 6000 higher.
+    int ListenAsDisplay() {
+        constexpr int cPortOfDisplayZero = 6000;
+        for (int number = 100; number < 1000; ++number) {
+            sockaddr_in address{};
+            address.sin_family = AF_INET;
+            address.sin_port = htons(static_cast<std::uint16_t>(cPortOfDisplayZero + number));
+            address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+            if (bind(m_listener, reinterpret_cast<sockaddr const*>(&address), sizeof(address)) == 0 &&
+                listen(m_listener, 1) == 0)
+                return number;
+        }
+        throw std::runtime_error("no port is free");
+    }
+
+    // What the real server says to a new connection.
+    std::string Greeting() {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        std::ranges::copy("/tmp/.X11-unix/X" + m_display.Name().substr(1), address.sun_path);
+        int const connection = socket(AF_UNIX, SOCK_STREAM, 0);
+        EXPECT_EQ(connect(connection, reinterpret_cast<sockaddr const*>(&address), sizeof(address)), 0);
+        // The least significant byte first, protocol 11.0, no authorization.
+        char const hello[12] = {'l', 0, 11};
+        EXPECT_EQ(send(connection, hello, sizeof(hello), MSG_NOSIGNAL), 12);
+        std::string greeting = Read(connection, 8);
+        std::uint16_t words = 0;
+        std::memcpy(&words, greeting.data() + 6, sizeof(words));
+        greeting += Read(connection, std::size_t{4} * words);
+        close(connection);
+        return greeting;
+    }
+
+    static std::string Read(int connection, std::size_t size) {
+        std::string bytes(size, '\0');
+        EXPECT_EQ(recv(connection, bytes.data(), size, MSG_WAITALL), static_cast<ssize_t>(size));
+        return bytes;
+    }
+
+    int m_listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+};
+
+TEST_F(FailingServer, ThatHangsUpWhileTheDisplayIsOpenedIsAnOrderlyEnd) {
+    EXPECT_EQ(StatusAfter({}), 0);
+}
+
+TEST_F(FailingServer, ThatReportsAnErrorWhileTheDisplayIsOpenedEndsTheProcessWithMinusOne) {
+    constexpr char cError = 0;
+    constexpr char cReply = 1;
+    constexpr char cBadAlloc = 11;
+    // The first request asks for an extension, which is not there. The second has no answer but an error,
+    // which is noticed with the answer to the third, about a property that is not there either.
+    EXPECT_EQ(StatusAfter({Answer(cReply, 0, 1), Answer(cError, cBadAlloc, 2) + Answer(cReply, 0, 3)}), 255);
 }
