@@ -2,6 +2,7 @@
 
 #include "tests/app/ProcessStateFixture.h"
 #include "tests/app/RecordingDialogs.h"
+#include "tests/support/ExpectedDocuments.h"
 #include "time/TimeText.h"
 
 #include <climits>
@@ -11,42 +12,8 @@ namespace {
 using IDs = std::vector<unsigned long>;
 using Texts = std::vector<std::string>;
 
-std::string Taken(unsigned long id, bool isCancel = false) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<UIToClient>\n"
-           "\t<ActionTaken>\n"
-           "\t\t<IsCancel>" +
-           std::string(isCancel ? "true" : "false") +
-           "</IsCancel>\n"
-           "\t\t<IsOffer>false</IsOffer>\n"
-           "\t\t<ID>" +
-           std::to_string(id) +
-           "</ID>\n"
-           "\t\t<Originator>ClientUI</Originator>\n"
-           "\t</ActionTaken>\n"
-           "</UIToClient>";
-}
-
 std::string RemindTimeAt(Instant time) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<UIToClient>\n"
-           "\t<RemindTime>\n"
-           "\t\t<TimeObject>" +
-           MakeString(TimeToText(time, TimeZone()).Ref()) +
-           "</TimeObject>\n"
-           "\t</RemindTime>\n"
-           "</UIToClient>";
-}
-
-std::string RemindIntervalOf(std::string const& duration) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<UIToClient>\n"
-           "\t<RemindInterval>\n"
-           "\t\t<TimeInterval>" +
-           duration +
-           "</TimeInterval>\n"
-           "\t</RemindInterval>\n"
-           "</UIToClient>";
+    return RemindTimeDocument(MakeString(TimeToText(time, TimeZone()).Ref()));
 }
 
 } // namespace
@@ -75,7 +42,7 @@ TEST_F(UserCommands, AreCarriedOutInTheOrderQueued) {
     QueueCommand(CancelAction, 1, 0, 0);
     EXPECT_TRUE(Sent().empty()) << "nothing happens before the tick";
     ProcessMessagesFromUI();
-    EXPECT_EQ(Sent(), (Texts{Taken(2), Taken(1, true)}));
+    EXPECT_EQ(Sent(), (Texts{TakenDocument(2), TakenDocument(1, true)}));
     EXPECT_EQ(Calls(), (Texts{"Update 1", "Enable", "Update", "Enable"}));
 }
 
@@ -104,7 +71,7 @@ TEST_F(UserCommands, ThatFailCostThemselvesAlone) {
     QueueCommand(ShowDetails, 1, 0, 0);
     QueueCommand(CancelAction, 2, 0, 0);
     ProcessMessagesFromUI();
-    EXPECT_EQ(Sent(), (Texts{Taken(2, true)}));
+    EXPECT_EQ(Sent(), (Texts{TakenDocument(2, true)}));
     EXPECT_EQ(Calls(), (Texts{"Details 1", "Update 1", "Enable"}));
 }
 
@@ -121,7 +88,7 @@ TEST_F(UserCommands, DetailsAreShownForAnyIDAndEnableWhenClosed) {
 TEST_F(UserCommands, CancelNeverAsks) {
     Pend(1, true);
     Carry(CancelAction, 1);
-    EXPECT_EQ(Sent(), (Texts{Taken(1, true)}));
+    EXPECT_EQ(Sent(), (Texts{TakenDocument(1, true)}));
     EXPECT_EQ(Calls(), (Texts{"Update", "Enable"}));
     EXPECT_TRUE(actions.empty());
 }
@@ -150,7 +117,7 @@ TEST_F(UserCommands, TakeSendsAtOnceWhenNothingIsToBeConfirmed) {
     Pend(1);
     Pend(2);
     Carry(TakeAction, 1);
-    EXPECT_EQ(Sent(), (Texts{Taken(1)}));
+    EXPECT_EQ(Sent(), (Texts{TakenDocument(1)}));
     EXPECT_EQ(Calls(), (Texts{"Update 2", "Enable"}));
 }
 
@@ -161,7 +128,7 @@ TEST_F(UserCommands, TakeWaitsForItsConfirmation) {
     EXPECT_TRUE(Sent().empty());
     EXPECT_EQ(Calls(), (Texts{"Confirm 1"})) << "the dialog stays disabled";
     Carry(ConfirmAccepted, 1);
-    EXPECT_EQ(Sent(), (Texts{Taken(1)}));
+    EXPECT_EQ(Sent(), (Texts{TakenDocument(1)}));
     EXPECT_EQ(Calls(), (Texts{"Update 2", "Enable"}));
 }
 
@@ -184,7 +151,7 @@ TEST_F(UserCommands, TakeAllOfNothingUpdatesAndEnables) {
 TEST_F(UserCommands, TakeAllSendsInTheOrderOfTheActions) {
     for (unsigned long const id : {5ul, 1ul, 9ul, 1ul}) Pend(id);
     Carry(TakeAll);
-    EXPECT_EQ(Sent(), (Texts{Taken(5), Taken(1), Taken(9), Taken(1)}));
+    EXPECT_EQ(Sent(), (Texts{TakenDocument(5), TakenDocument(1), TakenDocument(9), TakenDocument(1)}));
     EXPECT_EQ(Calls(), (Texts{"Update", "Enable"}));
     EXPECT_TRUE(actions.empty());
 }
@@ -197,7 +164,7 @@ TEST_F(UserCommands, TakeAllAsksOnceForTheOneThatWantsIt) {
     EXPECT_EQ(Calls(), (Texts{"Confirm 2"}));
     EXPECT_TRUE(Sent().empty());
     Carry(ConfirmAccepted, 2);
-    EXPECT_EQ(Sent(), (Texts{Taken(1), Taken(2), Taken(3)}));
+    EXPECT_EQ(Sent(), (Texts{TakenDocument(1), TakenDocument(2), TakenDocument(3)}));
     EXPECT_EQ(Calls(), (Texts{"Update", "Enable", "Enable"}));
     EXPECT_TRUE(actions.empty());
 }
@@ -212,7 +179,7 @@ TEST_F(UserCommands, TakeAllAsksOneAfterTheOther) {
     EXPECT_EQ(Calls(), (Texts{"Confirm 3"}));
     EXPECT_TRUE(Sent().empty());
     Carry(ConfirmAccepted, 3);
-    EXPECT_EQ(Sent(), (Texts{Taken(1), Taken(2), Taken(3)}));
+    EXPECT_EQ(Sent(), (Texts{TakenDocument(1), TakenDocument(2), TakenDocument(3)}));
 }
 
 TEST_F(UserCommands, OneRefusalCancelsTheWholeTakeAll) {
@@ -227,7 +194,7 @@ TEST_F(UserCommands, OneRefusalCancelsTheWholeTakeAll) {
     EXPECT_EQ(Calls(), (Texts{"Enable"}));
     EXPECT_EQ(PendingIDs(), (IDs{1, 2, 3}));
     Carry(ConfirmAccepted, 2);
-    EXPECT_EQ(Sent(), (Texts{Taken(2)})) << "the walk is over: an acceptance means one action again";
+    EXPECT_EQ(Sent(), (Texts{TakenDocument(2)})) << "the walk is over: an acceptance means one action again";
     EXPECT_EQ(PendingIDs(), (IDs{1, 3}));
 }
 
@@ -250,7 +217,7 @@ TEST_F(UserCommands, FinishedWalkDoesNotTurnALaterConfirmationIntoTakeAll) {
     Pend(3);
     Carry(TakeAction, 2);
     Carry(ConfirmAccepted, 2);
-    EXPECT_EQ(Sent(), (Texts{Taken(2)}));
+    EXPECT_EQ(Sent(), (Texts{TakenDocument(2)}));
     EXPECT_EQ(PendingIDs(), (IDs{3}));
 }
 
@@ -263,7 +230,7 @@ TEST_F(UserCommands, WalkEndsWellWhenTheClientWithdrawsActionsMeanwhile) {
     actions.erase(actions.FindFirst(2));
     Calls();
     Carry(ConfirmAccepted, 3);
-    EXPECT_EQ(Sent(), (Texts{Taken(3)}));
+    EXPECT_EQ(Sent(), (Texts{TakenDocument(3)}));
     EXPECT_EQ(Calls(), (Texts{"Update", "Enable", "Enable"}));
 }
 
@@ -304,7 +271,7 @@ TEST_F(UserCommands, SnoozeOfMinutesCountsFromNow) {
     EXPECT_GE(m_postponedTo, before + tenMinutes);
     EXPECT_LE(m_postponedTo, after + tenMinutes);
     EXPECT_EQ(m_remindInterval, tenMinutes);
-    EXPECT_EQ(Sent(), (Texts{RemindTimeAt(m_postponedTo), RemindIntervalOf("PT10M")}));
+    EXPECT_EQ(Sent(), (Texts{RemindTimeAt(m_postponedTo), RemindIntervalDocument("PT10M")}));
     EXPECT_TRUE(Calls().empty()) << "a snooze leaves the dialog as the callback has left it";
     EXPECT_EQ(PendingIDs(), (IDs{1}));
 }
@@ -317,7 +284,7 @@ TEST_F(UserCommands, SnoozeWithoutMinutesTellsAFixedTime) {
     Texts const sent = Sent();
     ASSERT_EQ(sent.size(), 2u);
     EXPECT_NE(sent[0].find("<TimeObject>Sun, 02 Jan 2011 08:05:09 +0000</TimeObject>"), std::string::npos);
-    EXPECT_EQ(sent[1], RemindIntervalOf("PT0S"));
+    EXPECT_EQ(sent[1], RemindIntervalDocument("PT0S"));
 }
 
 TEST_F(UserCommands, SnoozeOfNegativeMinutesCountsBackFromTheSeconds) {
@@ -325,7 +292,7 @@ TEST_F(UserCommands, SnoozeOfNegativeMinutesCountsBackFromTheSeconds) {
     Carry(Snooze, 0, -15, 1293955509);
     EXPECT_EQ(m_postponedTo, Instant::FromMicroseconds(1293954609000000));
     EXPECT_EQ(m_remindInterval, TimeInterval::FromMicroseconds(-900000000));
-    EXPECT_EQ(Sent()[1], RemindIntervalOf("-PT15M"));
+    EXPECT_EQ(Sent()[1], RemindIntervalDocument("-PT15M"));
 }
 
 TEST_F(UserCommands, SnoozeReadsItsSecondsAsUnsigned32Bits) {

@@ -30,20 +30,6 @@ std::string ForcedAction(unsigned long id, std::string const& deadline) {
            "</Deadline></ActionRequest></ClientToUI>";
 }
 
-std::string TakenByClock(unsigned long id) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<UIToClient>\n"
-           "\t<ActionTaken>\n"
-           "\t\t<IsCancel>false</IsCancel>\n"
-           "\t\t<IsOffer>false</IsOffer>\n"
-           "\t\t<ID>" +
-           std::to_string(id) +
-           "</ID>\n"
-           "\t\t<Originator>ClientUI</Originator>\n"
-           "\t</ActionTaken>\n"
-           "</UIToClient>";
-}
-
 char const* const cReadyForData = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                                   "<ClientToUI>\n"
                                   "\t<ReadyForData>\n"

@@ -13,8 +13,5 @@ std::string Initialization(std::string const& settings = "");
 // An action that takes itself at its deadline.
 std::string ForcedAction(unsigned long id, std::string const& deadline);
 
-// The whole document that tells that the clock has taken an action.
-std::string TakenByClock(unsigned long id);
-
 // The program's first document.
 extern char const* const cReadyForData;

@@ -4,6 +4,7 @@
 #include "tests/session/ClientSession.h"
 #include "tests/session/Documents.h"
 #include "tests/session/PrivateDisplay.h"
+#include "tests/support/ExpectedDocuments.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -102,7 +103,7 @@ TEST_F(ProcessOnDisplay, CreatesOneHiddenWindowInAllItsTicks) {
     for (unsigned long id = 1; id <= 3; ++id) {
         // Each answer is a tick of its own.
         session->SendDocument(ForcedAction(id, TimeFromNow(-1)));
-        ASSERT_EQ(session->ReadDocument(), TakenByClock(id));
+        ASSERT_EQ(session->ReadDocument(), TakenDocument(id));
     }
     EXPECT_EQ(Onlooker(m_display.Name()).FindWindows("VRKClientUIHiddenWindow").size(), 1u);
 }
@@ -110,14 +111,14 @@ TEST_F(ProcessOnDisplay, CreatesOneHiddenWindowInAllItsTicks) {
 TEST_F(ProcessOnDisplay, OverdueForcedActionIsTakenAtOnce) {
     auto const session = Running();
     session->SendDocument(ForcedAction(7, TimeFromNow(-3600)));
-    EXPECT_EQ(session->ReadDocument(), TakenByClock(7));
+    EXPECT_EQ(session->ReadDocument(), TakenDocument(7));
 }
 
 TEST_F(ProcessOnDisplay, ForcedActionIsTakenAfterItsDeadlineAndNotBefore) {
     auto const session = Running();
     auto const deadline = std::time(nullptr) + 4;
     session->SendDocument(ForcedAction(18446744073709551615ul, TimeFromNow(deadline - std::time(nullptr))));
-    EXPECT_EQ(session->ReadDocument(), TakenByClock(18446744073709551615ul));
+    EXPECT_EQ(session->ReadDocument(), TakenDocument(18446744073709551615ul));
     EXPECT_GT(std::time(nullptr), deadline);
 }
 
@@ -126,7 +127,7 @@ TEST_F(ProcessOnDisplay, ActionThatIsNotForcedIsNeverTakenByTheClock) {
     session->SendDocument("<a><ActionRequest><ID>1</ID><Deadline>" + TimeFromNow(-3600) +
                           "</Deadline></ActionRequest></a>");
     session->SendDocument(ForcedAction(2, TimeFromNow(-3600)));
-    EXPECT_EQ(session->ReadDocument(), TakenByClock(2));
+    EXPECT_EQ(session->ReadDocument(), TakenDocument(2));
     EXPECT_EQ(session->ReadDocument(milliseconds(1500)), std::nullopt);
 }
 
@@ -135,7 +136,7 @@ TEST_F(ProcessOnDisplay, WithdrawnActionIsNotTaken) {
     session->SendDocument(ForcedAction(1, TimeFromNow(3)));
     session->SendDocument(ForcedAction(2, TimeFromNow(3)));
     session->SendDocument("<a><RemoveRequest><RemoveType>Action</RemoveType><ID>1</ID></RemoveRequest></a>");
-    EXPECT_EQ(session->ReadDocument(), TakenByClock(2));
+    EXPECT_EQ(session->ReadDocument(), TakenDocument(2));
     EXPECT_EQ(session->ReadDocument(milliseconds(1500)), std::nullopt);
 }
 
@@ -145,21 +146,21 @@ TEST_F(ProcessOnDisplay, QuietPeriodHoldsAForcedActionBackUntilItsEnd) {
     session->SendDocument(ForcedAction(1, TimeFromNow(2)));
     EXPECT_EQ(session->ReadDocument(milliseconds(5000)), std::nullopt) << "its deadline has passed meanwhile";
     session->SendDocument("<a><QuietModeEnd></QuietModeEnd></a>");
-    EXPECT_EQ(session->ReadDocument(), TakenByClock(1));
+    EXPECT_EQ(session->ReadDocument(), TakenDocument(1));
 }
 
 TEST_F(ProcessOnDisplay, InitializationAndAnActionInOneWriteAreBothHandled) {
     auto const session = Ready();
     session->SendBytes(ClientSession::Frame(Initialization()) +
                        ClientSession::Frame(ForcedAction(5, TimeFromNow(-1))));
-    EXPECT_EQ(session->ReadDocument(), TakenByClock(5));
+    EXPECT_EQ(session->ReadDocument(), TakenDocument(5));
 }
 
 TEST_F(ProcessOnDisplay, ActionsThatCameBeforeInitializationAreKept) {
     auto const session = Ready();
     session->SendDocument(ForcedAction(5, TimeFromNow(-1)));
     session->SendDocument(Initialization());
-    EXPECT_EQ(session->ReadDocument(), TakenByClock(5));
+    EXPECT_EQ(session->ReadDocument(), TakenDocument(5));
 }
 
 TEST_F(ProcessOnDisplay, BadDocumentInTheMiddleCostsTheRestOfItsBatchOnly) {
@@ -170,12 +171,12 @@ TEST_F(ProcessOnDisplay, BadDocumentInTheMiddleCostsTheRestOfItsBatchOnly) {
         session->SendBytes(ClientSession::Frame(ForcedAction(first, TimeFromNow(-1))) +
                            ClientSession::Frame("no element") +
                            ClientSession::Frame(ForcedAction(first + 1, TimeFromNow(-1))));
-        EXPECT_EQ(session->ReadDocument(), TakenByClock(first));
+        EXPECT_EQ(session->ReadDocument(), TakenDocument(first));
         session->SendDocument(ForcedAction(first + 2, TimeFromNow(-1)));
         std::optional<std::string> const next = session->ReadDocument();
-        if (next == TakenByClock(first + 2)) return;
-        EXPECT_EQ(next, TakenByClock(first + 1));
-        EXPECT_EQ(session->ReadDocument(), TakenByClock(first + 2));
+        if (next == TakenDocument(first + 2)) return;
+        EXPECT_EQ(next, TakenDocument(first + 1));
+        EXPECT_EQ(session->ReadDocument(), TakenDocument(first + 2));
     }
     FAIL() << "the frames of one write never met in one batch";
 }
@@ -187,7 +188,7 @@ TEST_F(ProcessOnDisplay, ManyActionsAreTakenInTheOrderOfArrival) {
         document += "<ActionRequest><ID>" + std::to_string(id) + "</ID><ForceRun>true</ForceRun><Deadline>" +
                     TimeFromNow(-1) + "</Deadline></ActionRequest>";
     session->SendDocument(document + "</a>");
-    for (unsigned long id = 1; id <= 500; ++id) ASSERT_EQ(session->ReadDocument(), TakenByClock(id));
+    for (unsigned long id = 1; id <= 500; ++id) ASSERT_EQ(session->ReadDocument(), TakenDocument(id));
 }
 
 TEST_F(ProcessOnDisplay, EndsOrderlyWhenTheClientCloses) {
@@ -248,5 +249,5 @@ TEST_F(ProcessOnDisplay, GoesOnAfterAnOpenMessage) {
     XSendEvent(onlooker.Connection(), hidden, False, NoEventMask, &event);
     XSync(onlooker.Connection(), False);
     session->SendDocument(ForcedAction(9, TimeFromNow(-1)));
-    EXPECT_EQ(session->ReadDocument(), TakenByClock(9));
+    EXPECT_EQ(session->ReadDocument(), TakenDocument(9));
 }

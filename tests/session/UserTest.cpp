@@ -3,6 +3,7 @@
 #include "tests/session/Documents.h"
 #include "tests/session/PrivateDisplay.h"
 #include "tests/session/WindowManager.h"
+#include "tests/support/ExpectedDocuments.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -32,56 +33,6 @@ std::string Action(unsigned long id, std::string const& fields = "") {
 
 std::string Document(std::string const& children) {
     return Element("ClientToUI", children);
-}
-
-std::string Taken(unsigned long id, bool isCancel = false) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<UIToClient>\n"
-           "\t<ActionTaken>\n"
-           "\t\t<IsCancel>" +
-           std::string(isCancel ? "true" : "false") +
-           "</IsCancel>\n"
-           "\t\t<IsOffer>false</IsOffer>\n"
-           "\t\t<ID>" +
-           std::to_string(id) +
-           "</ID>\n"
-           "\t\t<Originator>ClientUI</Originator>\n"
-           "\t</ActionTaken>\n"
-           "</UIToClient>";
-}
-
-std::string RemindTime(std::string const& time) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<UIToClient>\n"
-           "\t<RemindTime>\n"
-           "\t\t<TimeObject>" +
-           time +
-           "</TimeObject>\n"
-           "\t</RemindTime>\n"
-           "</UIToClient>";
-}
-
-std::string RemindInterval(std::string const& duration) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<UIToClient>\n"
-           "\t<RemindInterval>\n"
-           "\t\t<TimeInterval>" +
-           duration +
-           "</TimeInterval>\n"
-           "\t</RemindInterval>\n"
-           "</UIToClient>";
-}
-
-std::string TextNotConvertible(std::string const& dialog) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<ClientToUI>\n"
-           "\t<ClientUIErrorMessage>\n"
-           "\t\t<DebugString>" +
-           dialog +
-           "</DebugString>\n"
-           "\t\t<ErrorCode>2</ErrorCode>\n"
-           "\t</ClientUIErrorMessage>\n"
-           "</ClientToUI>";
 }
 
 } // namespace
@@ -154,7 +105,7 @@ TEST_F(UserOfTheProgram, TakesTheSelectedAction) {
     StartWith(Action(1) + Action(2) + Action(3));
     Select(1);
     Click("form.takeActions");
-    EXPECT_EQ(Heard(1), (Texts{Taken(2)}));
+    EXPECT_EQ(Heard(1), (Texts{TakenDocument(2)}));
     ExpectSilence();
 }
 
@@ -162,13 +113,13 @@ TEST_F(UserOfTheProgram, CancelsTheSelectedAction) {
     StartWith(Action(1) + Action(2, Element("PreActionMessage", "Sure?")));
     Select(1);
     Click("form.cancelAction");
-    EXPECT_EQ(Heard(1), (Texts{Taken(2, true)})) << "cancelling asks nothing";
+    EXPECT_EQ(Heard(1), (Texts{TakenDocument(2, true)})) << "cancelling asks nothing";
 }
 
 TEST_F(UserOfTheProgram, TakesAllActionsInTheirOrder) {
     StartWith(Action(3) + Action(1) + Action(2));
     Click("form.takeAllActions");
-    EXPECT_EQ(Heard(3), (Texts{Taken(3), Taken(1), Taken(2)}));
+    EXPECT_EQ(Heard(3), (Texts{TakenDocument(3), TakenDocument(1), TakenDocument(2)}));
     ExpectSilence();
     // Nothing is pending now: the button closes the window.
     Click("form.snoozeButton");
@@ -181,9 +132,9 @@ TEST_F(UserOfTheProgram, GoesOnWithTheNextActionInTheSameRow) {
     StartWith(Action(1) + Action(2));
     Select(0);
     Click("form.takeActions");
-    EXPECT_EQ(Heard(1), (Texts{Taken(1)}));
+    EXPECT_EQ(Heard(1), (Texts{TakenDocument(1)}));
     Click("form.takeActions");
-    EXPECT_EQ(Heard(1), (Texts{Taken(2)}));
+    EXPECT_EQ(Heard(1), (Texts{TakenDocument(2)}));
 }
 
 TEST_F(UserOfTheProgram, SnoozesForMinutes) {
@@ -196,9 +147,9 @@ TEST_F(UserOfTheProgram, SnoozesForMinutes) {
     // A reminder in five minutes, to the second; few seconds pass between the two looks at the clock.
     bool expected = false;
     for (long ago = 0; ago < 60 && !expected; ++ago)
-        expected = heard[0] == RemindTime(TimeFromNow(300 - ago));
+        expected = heard[0] == RemindTimeDocument(TimeFromNow(300 - ago));
     EXPECT_TRUE(expected) << heard[0] << "\nis not from " << before << " to " << after;
-    EXPECT_EQ(heard[1], RemindInterval("PT5M"));
+    EXPECT_EQ(heard[1], RemindIntervalDocument("PT5M"));
 }
 
 TEST_F(UserOfTheProgram, SnoozesUntilBeforeTheDeadlineAndIsRemindedThen) {
@@ -208,7 +159,7 @@ TEST_F(UserOfTheProgram, SnoozesUntilBeforeTheDeadlineAndIsRemindedThen) {
     Click("form.snoozeButton");
     m_user.WaitUntilGone(cTitle);
     Texts const heard = Heard(2);
-    EXPECT_EQ(heard[1], RemindInterval("-PT15M"));
+    EXPECT_EQ(heard[1], RemindIntervalDocument("-PT15M"));
     EXPECT_NE(heard[0], "nothing");
     Shell();
     EXPECT_EQ(m_session->ReadDocument(milliseconds(100)), std::nullopt) << "the reminder itself says nothing";
@@ -223,7 +174,7 @@ TEST_F(UserOfTheProgram, SeesANewActionWhileSnoozing) {
     Shell();
     Select(1);
     Click("form.takeActions");
-    EXPECT_EQ(Heard(1), (Texts{Taken(2)}));
+    EXPECT_EQ(Heard(1), (Texts{TakenDocument(2)}));
 }
 
 TEST_F(UserOfTheProgram, SeesNoDialogBeforeTheReminderIsDue) {
@@ -244,7 +195,7 @@ TEST_F(UserOfTheProgram, ReadsTheDetails) {
     Click("form.ok", cDetailsTitle);
     m_user.WaitUntilGone(cDetailsTitle);
     // The window behind is in use again at the next tick.
-    EXPECT_EQ(HeardAfterClicks("form.takeActions"), Taken(1));
+    EXPECT_EQ(HeardAfterClicks("form.takeActions"), TakenDocument(1));
 }
 
 TEST_F(UserOfTheProgram, ConfirmsBeforeAnActionIsTaken) {
@@ -258,7 +209,7 @@ TEST_F(UserOfTheProgram, ConfirmsBeforeAnActionIsTaken) {
     ExpectSilence();
     Click("form.takeActions");
     Click("form.ok", cConfirmationTitle);
-    EXPECT_EQ(Heard(1), (Texts{Taken(1)}));
+    EXPECT_EQ(Heard(1), (Texts{TakenDocument(1)}));
 }
 
 TEST_F(UserOfTheProgram, ConfirmsEachOfAllBeforeAnyIsTaken) {
@@ -272,7 +223,7 @@ TEST_F(UserOfTheProgram, ConfirmsEachOfAllBeforeAnyIsTaken) {
     Click("form.takeAllActions");
     Click("form.ok", cConfirmationTitle);
     Click("form.ok", cConfirmationTitle);
-    EXPECT_EQ(Heard(3), (Texts{Taken(1), Taken(2), Taken(3)}));
+    EXPECT_EQ(Heard(3), (Texts{TakenDocument(1), TakenDocument(2), TakenDocument(3)}));
 }
 
 TEST_F(UserOfTheProgram, ClosesTheProgramByTheCloseBox) {
@@ -314,7 +265,7 @@ TEST_F(UserOfTheProgram, IsTakenBackThroughAQuietPeriod) {
     Click("form.takeActions");
     ExpectSilence();
     Send("<QuietModeEnd></QuietModeEnd>");
-    EXPECT_EQ(HeardAfterClicks("form.takeActions"), Taken(1));
+    EXPECT_EQ(HeardAfterClicks("form.takeActions"), TakenDocument(1));
 }
 
 TEST_F(UserOfTheProgram, SeesTheDialogGoOnWhenTheClientWithdrawsAnAction) {
@@ -327,7 +278,7 @@ TEST_F(UserOfTheProgram, SeesTheDialogGoOnWhenTheClientWithdrawsAnAction) {
     ExpectSilence();
     Select(0);
     Click("form.takeActions");
-    EXPECT_EQ(Heard(1), (Texts{Taken(2)}));
+    EXPECT_EQ(Heard(1), (Texts{TakenDocument(2)}));
 }
 
 // A text that the locale cannot spell ends the program, and the client hears why.
@@ -336,8 +287,8 @@ TEST_F(UserOfTheProgram, LosesItWhenATitleCannotBeSpelled) {
     Start("C");
     Send(Element("ActionRequest", Element("ID", "1") + Element("Title", "Gr\xc3\xb6\xc3\x9f"
                                                                         "er")));
-    EXPECT_EQ(Heard(2),
-              (Texts{TextNotConvertible("ActionRequestDialog"), TextNotConvertible("ActionRequestDialog")}));
+    EXPECT_EQ(Heard(2), (Texts{TextNotConvertibleDocument("ActionRequestDialog"),
+                               TextNotConvertibleDocument("ActionRequestDialog")}));
     ExpectEnd(0);
 }
 
@@ -346,8 +297,8 @@ TEST_F(UserOfTheProgram, LosesItWhenASelectedDescriptionCannotBeSpelled) {
     Send(Action(1, Element("ShortDescription", "gr\xc3\xb6\xc3\x9f"
                                                "er")));
     Select(0);
-    EXPECT_EQ(Heard(2),
-              (Texts{TextNotConvertible("ActionRequestDialog"), TextNotConvertible("ActionRequestDialog")}));
+    EXPECT_EQ(Heard(2), (Texts{TextNotConvertibleDocument("ActionRequestDialog"),
+                               TextNotConvertibleDocument("ActionRequestDialog")}));
     ExpectEnd(0);
 }
 
@@ -355,16 +306,16 @@ TEST_F(UserOfTheProgram, LosesItWhenDetailsCannotBeSpelled) {
     StartWith(Action(1, Element("Preview", "\xc3\xb6")));
     Select(0);
     Click("form.actionDetails");
-    EXPECT_EQ(Heard(2),
-              (Texts{TextNotConvertible("ActionDetailsDialog"), TextNotConvertible("ActionDetailsDialog")}));
+    EXPECT_EQ(Heard(2), (Texts{TextNotConvertibleDocument("ActionDetailsDialog"),
+                               TextNotConvertibleDocument("ActionDetailsDialog")}));
     ExpectEnd(0);
 }
 
 TEST_F(UserOfTheProgram, LosesItWhenAConfirmationCannotBeSpelled) {
     StartWith(Action(1, Element("PreActionMessage", "\xc3\xb6")));
     Click("form.takeAllActions");
-    EXPECT_EQ(Heard(2),
-              (Texts{TextNotConvertible("ConfirmationDialog"), TextNotConvertible("ConfirmationDialog")}));
+    EXPECT_EQ(Heard(2), (Texts{TextNotConvertibleDocument("ConfirmationDialog"),
+                               TextNotConvertibleDocument("ConfirmationDialog")}));
     ExpectEnd(0);
 }
 
@@ -377,5 +328,5 @@ TEST_F(UserOfTheProgram, ReadsForeignLettersWhereTheLocaleHasThem) {
     Texts heard = Heard(1);
     // Fonts that lack character sets are reported by the way.
     while (heard[0].find("<ErrorCode>1</ErrorCode>") != std::string::npos) heard = Heard(1);
-    EXPECT_EQ(heard, (Texts{Taken(1)}));
+    EXPECT_EQ(heard, (Texts{TakenDocument(1)}));
 }
