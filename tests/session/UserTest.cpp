@@ -165,6 +165,42 @@ TEST_F(UserOfTheProgram, SnoozesUntilBeforeTheDeadlineAndIsRemindedThen) {
     EXPECT_EQ(m_session->ReadDocument(milliseconds(100)), std::nullopt) << "the reminder itself says nothing";
 }
 
+TEST_F(UserOfTheProgram, SnoozesByEachRow) {
+    struct Row {
+        char const* interval;
+        long seconds; // from now; negative: from the deadline
+    };
+    constexpr Row rows[] = {{"-PT15M", -900}, {"-PT5M", -300},  {"PT1M", 60},    {"PT5M", 300},
+                            {"PT10M", 600},   {"PT15M", 900},   {"PT30M", 1800}, {"PT45M", 2700},
+                            {"PT1H", 3600},   {"PT2H", 7200},   {"PT4H", 14400}, {"PT6H", 21600},
+                            {"PT8H", 28800},  {"PT16H", 57600}, {"P1D", 86400},  {"P2D", 172800},
+                            {"P3D", 259200},  {"P4D", 345600},  {"P5D", 432000}};
+    constexpr long deadline = 1000000;
+    std::string deadlineText;
+    std::string deadlineTexts[2];
+    do {
+        // All three of one second.
+        deadlineText = TimeFromNow(deadline);
+        deadlineTexts[0] = TimeFromNow(deadline - 900);
+        deadlineTexts[1] = TimeFromNow(deadline - 300);
+    } while (deadlineText != TimeFromNow(deadline));
+    StartWith(Action(1, Element("Deadline", deadlineText)));
+    for (std::size_t row = 0; row < std::size(rows); ++row) {
+        m_user.ClickRow(Part("form.snoozeViewport."), row);
+        Click("form.snoozeButton");
+        m_user.WaitUntilGone(cTitle);
+        Texts const heard = Heard(2);
+        bool expected = row < 2 && heard[0] == RemindTimeDocument(deadlineTexts[row]);
+        for (long ago = 0; row >= 2 && ago < 60 && !expected; ++ago)
+            expected = heard[0] == RemindTimeDocument(TimeFromNow(rows[row].seconds - ago));
+        EXPECT_TRUE(expected) << rows[row].interval << " from now is not " << heard[0];
+        EXPECT_EQ(heard[1], RemindIntervalDocument(rows[row].interval));
+        // A new action brings the dialog back.
+        Send(Action(row + 2));
+        Shell();
+    }
+}
+
 TEST_F(UserOfTheProgram, SeesANewActionWhileSnoozing) {
     StartWith(Action(1));
     Click("form.snoozeButton");
