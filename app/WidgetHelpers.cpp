@@ -14,9 +14,6 @@
 
 namespace {
 
-constexpr std::size_t cMostCharactersOfWidget = 2000;
-constexpr std::size_t cMostBytesOfWidget = 4000;
-
 constexpr char cScrollbarTranslations[] =
     "#override\n"
     "\t\t<Btn1Down>: StartScroll(Continuous) MoveThumb() NotifyThumb()\n"
@@ -108,13 +105,12 @@ std::unique_ptr<std::string> FunkyControlLiteral(char const* literal) {
     return std::make_unique<std::string>(literal);
 }
 
-std::string CutForWidget(std::string text) {
+std::string CutForWidget(std::string text, std::size_t mostCharacters) {
     std::size_t size = 0;
     std::mbstate_t state{};
-    for (std::size_t characters = 0; characters < cMostCharactersOfWidget && size < text.size();
-         ++characters) {
+    for (std::size_t characters = 0; characters < mostCharacters && size < text.size(); ++characters) {
         std::size_t const next = size + SizeOfCharacter(text.data() + size, text.data() + text.size(), state);
-        if (next > cMostBytesOfWidget) break;
+        if (next > 2 * mostCharacters) break;
         size = next;
     }
     text.resize(size);

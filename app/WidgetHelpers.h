@@ -41,11 +41,14 @@ std::unique_ptr<std::string> ControlLiteral(AutoNullTerminated<Local8Bit> text);
 std::unique_ptr<std::string> FunkyControlLiteral(char const* literal);
 
 // What a label or a button can show of a text in the locale's encoding: the beginning, cut behind a whole
-// character, of at most 2,000 characters and 4,000 bytes. Shorter texts come back whole. For every text that
-// comes from outside and goes into the `label` of a widget.
+// character, of at most 2,000 characters and twice as many bytes. Shorter texts come back whole. For every
+// text that comes from outside and goes into the `label` of a widget.
 //
 // A widget computes its width as the sum of its glyphs in 16 bits; a label of some 37,000 letters wraps
 // around to a width of 0, which is fatal. 2,000 glyphs of 16 pixels, as wide as those of any script at the
 // size of the dialogs, stay even below the 32,767 that fit into a coordinate. The bytes count as well,
 // because a widget that is not `international` draws each byte as a glyph.
-std::string CutForWidget(std::string text);
+//
+// Whoever puts several labels side by side gives each its share of the characters.
+inline constexpr std::size_t cMostCharactersOfWidget = 2000;
+std::string CutForWidget(std::string text, std::size_t mostCharacters = cMostCharactersOfWidget);

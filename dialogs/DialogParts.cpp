@@ -18,6 +18,8 @@
 
 namespace {
 
+// Up to four buttons stand in a row, which is what a widget may be wide.
+constexpr std::size_t cMostCharactersOfButton = cMostCharactersOfWidget / 4;
 // Windows are measured in 16 bits, positions in 15.
 constexpr int cWidestWindow = 32767;
 
@@ -119,7 +121,7 @@ Widget CreateLine(Widget form, char const* name, std::string const& text, Widget
 Widget CreateButton(Widget form, char const* name, std::string const& label, Widget above,
                     XtCallbackProc callback) {
     Widget const button = WidgetArguments()
-                              .Text(XtNlabel, CutForWidget(label))
+                              .Text(XtNlabel, CutForWidget(label, cMostCharactersOfButton))
                               .Under(above)
                               .International()
                               .Create(form, name, commandWidgetClass);

@@ -3,40 +3,22 @@
 
 #include "app/WidgetHelpers.h"
 #include "foundation/Exceptions.h"
-#include "tests/support/TestLocales.h"
+#include "tests/support/LocaleScope.h"
 #include "text/LocalText.h"
 
-#include <clocale>
-#include <cstdlib>
 #include <dlfcn.h>
 
-namespace {
-
-// Puts the process into a locale, and back into "C" at the end.
-class InLocale {
-public:
-    explicit InLocale(char const* name) {
-        setenv("LOCPATH", TestLocales::Folder().c_str(), 1);
-        EXPECT_TRUE(std::setlocale(LC_ALL, name)) << name;
-    }
-    InLocale(InLocale const&) = delete;
-    InLocale& operator=(InLocale const&) = delete;
-    ~InLocale() { std::setlocale(LC_ALL, "C"); }
-};
-
-} // namespace
-
 TEST(ControlLiterals, AreConvertedToTheEncodingOfTheLocale) {
-    InLocale const locale("de_DE.ISO-8859-1");
+    LocaleScope const locale("de_DE.ISO-8859-1");
     EXPECT_EQ(*ControlLiteral("Schl\xC3\xBCssel"), "Schl\xFCssel");
-    InLocale const modern("de_DE.UTF-8");
+    LocaleScope const modern("de_DE.UTF-8");
     EXPECT_EQ(*ControlLiteral("Schl\xC3\xBCssel"), "Schl\xC3\xBCssel");
 }
 
 TEST(ControlLiterals, ThrowForTextThatTheLocaleCannotSpell) {
-    InLocale const locale("de_DE.ISO-8859-1");
+    LocaleScope const locale("de_DE.ISO-8859-1");
     EXPECT_THROW(ControlLiteral("\xE2\x82\xAC"), UnixPlatform::WideToMultiByteConvertError);
-    InLocale const plain("C");
+    LocaleScope const plain("C");
     EXPECT_THROW(ControlLiteral("\xC3\xBC"), UnixPlatform::WideToMultiByteConvertError);
 }
 
@@ -55,7 +37,7 @@ TEST(ControlLiterals, OfLocalTextStandAsTheyAre) {
 }
 
 TEST(ControlLiterals, OfTheFunkyKindAreNeitherTranslatedNorConverted) {
-    InLocale const locale("de_DE.ISO-8859-1");
+    LocaleScope const locale("de_DE.ISO-8859-1");
     EXPECT_EQ(*FunkyControlLiteral("{name\xC3\xBC\xFF"), "{name\xC3\xBC\xFF");
     EXPECT_EQ(*FunkyControlLiteral(""), "");
 }
@@ -69,8 +51,14 @@ TEST(TextCutForWidget, IsWholeUpToTwoThousandCharacters) {
     EXPECT_EQ(CutForWidget(std::string(1000000, 'a')), std::string(2000, 'a'));
 }
 
+TEST(TextCutForWidget, MayHaveItsShareOnly) {
+    EXPECT_EQ(CutForWidget(std::string(501, 'a'), 500), std::string(500, 'a'));
+    LocaleScope const locale("de_DE.UTF-8");
+    EXPECT_EQ(CutForWidget("\xE2\x82\xAC\xE2\x82\xAC", 2), "\xE2\x82\xAC") << "four bytes at most";
+}
+
 TEST(TextCutForWidget, CountsCharactersAndNotTheirBytes) {
-    InLocale const locale("de_DE.UTF-8");
+    LocaleScope const locale("de_DE.UTF-8");
     std::string twoThousand;
     for (int character = 0; character < 2000; ++character) twoThousand += "\xC3\xBC";
     EXPECT_EQ(CutForWidget(twoThousand), twoThousand);
@@ -79,7 +67,7 @@ TEST(TextCutForWidget, CountsCharactersAndNotTheirBytes) {
 }
 
 TEST(TextCutForWidget, NeverExceedsFourThousandBytesNorSplitsACharacter) {
-    InLocale const locale("de_DE.UTF-8");
+    LocaleScope const locale("de_DE.UTF-8");
     std::string euros;
     for (int character = 0; character < 1333; ++character) euros += "\xE2\x82\xAC";
     EXPECT_EQ(CutForWidget(euros + "a"), euros + "a") << "3,999 bytes and one more";
@@ -88,14 +76,14 @@ TEST(TextCutForWidget, NeverExceedsFourThousandBytesNorSplitsACharacter) {
 }
 
 TEST(TextCutForWidget, CountsEveryByteInALocaleOfSingleBytes) {
-    InLocale const locale("de_DE.ISO-8859-1");
+    LocaleScope const locale("de_DE.ISO-8859-1");
     EXPECT_EQ(CutForWidget(std::string(3000, '\xFC')), std::string(2000, '\xFC'));
-    InLocale const plain("C");
+    LocaleScope const plain("C");
     EXPECT_EQ(CutForWidget(std::string(3000, '\xFC')), std::string(2000, '\xFC'));
 }
 
 TEST(TextCutForWidget, CountsBytesThatAreNoTextOneByOne) {
-    InLocale const locale("de_DE.UTF-8");
+    LocaleScope const locale("de_DE.UTF-8");
     EXPECT_EQ(CutForWidget(std::string(3000, '\xFF')), std::string(2000, '\xFF'));
     EXPECT_EQ(CutForWidget("a\xC3"), "a\xC3") << "a character that the text itself has cut";
     EXPECT_EQ(CutForWidget("\xE2\x82" + std::string(1999, 'a')), "\xE2\x82" + std::string(1998, 'a'));
@@ -136,21 +124,21 @@ TEST(WordCharacter, IsALetterOrADigitOfAscii) {
 }
 
 TEST(WordCharacter, IsALetterOfALocaleOfSingleBytes) {
-    InLocale const locale("de_DE.ISO-8859-1");
+    LocaleScope const locale("de_DE.ISO-8859-1");
     EXPECT_TRUE(BelongsToWord(L'\u00FC'));
     EXPECT_FALSE(BelongsToWord(L'\u00A7'));
 }
 
 TEST(WordCharacter, IsNeverOneOfSeveralBytes) {
-    InLocale const locale("de_DE.UTF-8");
+    LocaleScope const locale("de_DE.UTF-8");
     EXPECT_FALSE(BelongsToWord(L'\u00FC'));
     EXPECT_FALSE(BelongsToWord(L'\u4E2D'));
 }
 
 TEST(WordCharacter, IsNoneThatTheLocaleCannotSpell) {
-    InLocale const locale("de_DE.ISO-8859-1");
+    LocaleScope const locale("de_DE.ISO-8859-1");
     EXPECT_FALSE(BelongsToWord(L'\u4E2D'));
     EXPECT_FALSE(BelongsToWord(static_cast<wchar_t>(-1)));
-    InLocale const plain("C");
+    LocaleScope const plain("C");
     EXPECT_FALSE(BelongsToWord(L'\u00FC'));
 }

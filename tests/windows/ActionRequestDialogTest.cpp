@@ -109,6 +109,17 @@ TEST_F(ActionRequestDialog, ResourcesAreThoseOfTheDesign) {
     EXPECT_EQ(Number(Find("form.actiontitle"), "justify"), XtJustifyLeft);
 }
 
+TEST_F(ActionRequestDialog, SpeaksTheLanguageOfTheProcessInEveryPart) {
+    Add({});
+    Open();
+    for (char const* const part :
+         {"actiontitle", "actiondesc", "actionListLabel", "takeAllActions", "takeActions", "cancelAction",
+          "actionDetails", "snoozeLabel", "snoozeButton"})
+        EXPECT_EQ(Flag(Find(std::string("form.") + part), "international"), international) << part;
+    EXPECT_EQ(Flag(ActionList(), "international"), international);
+    EXPECT_EQ(Flag(SnoozeList(), "international"), international);
+}
+
 TEST_F(ActionRequestDialog, PartsStandBelowOneAnother) {
     Add({});
     Open();

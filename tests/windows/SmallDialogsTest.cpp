@@ -3,6 +3,7 @@
 #include "app/WidgetHelpers.h"
 #include "dialogs/ActionDetailsDialog.h"
 #include "dialogs/ConfirmationDialog.h"
+#include "dialogs/DialogParts.h"
 
 #include <X11/Shell.h>
 #include <X11/StringDefs.h>
@@ -27,6 +28,8 @@ protected:
         for (auto const& [path, className] : parts) {
             ASSERT_TRUE(Find(path)) << path;
             EXPECT_EQ(ClassOf(Find(path)), className) << path;
+            if (path == "form") continue;
+            EXPECT_EQ(Flag(Find(path), "international"), international) << path;
         }
         EXPECT_EQ(ClassOf(Shell()), "ApplicationShell");
     }
@@ -261,4 +264,15 @@ TEST_F(ConfirmationDialog, ShowsTheFormerTextsForAnActionThatIsGone) {
     EXPECT_EQ(Text(Find("form.actionconfirmation"), XtNstring), "Sure?");
     Click(Find("form.cancel"));
     EXPECT_EQ(Commands(), (std::vector<std::string>{"7 9 0 0"}));
+}
+
+TEST_F(SmallDialog, ButtonsSideBySideFitAWindowWhateverTheirLabels) {
+    Widget const shell = CreateDialogShell("Title");
+    Widget const form = CreateForm(shell);
+    int sum = 0;
+    for (char const* const name : {"a", "b", "c", "d"})
+        sum += WidthOf(CreateButton(form, name, std::string(100000, 'W'), nullptr, nullptr));
+    EXPECT_GT(sum, 4 * 500);
+    EXPECT_LT(sum, 32767);
+    XtDestroyWidget(shell);
 }
