@@ -39,6 +39,15 @@ protected:
     static std::string Title() { return Label("form.actiontitle"); }
     static std::string Description() { return Text(Find("form.actiondesc"), XtNstring); }
     static void Select(int row) { ClickRow(ActionList(), row); }
+    // "Action 1" and so on.
+    static void AddNumbered(unsigned long count) {
+        for (unsigned long id = 1; id <= count; ++id)
+            Add({.id = id, .title = "Action " + std::to_string(id)});
+    }
+    // As often as it takes a user to come through all slices of the list.
+    static void DragBarAllTheWayTo(float top) {
+        for (int drags = 0; drags < 20; ++drags) DragBarTo(top);
+    }
     // As the thumb of the action list's bar does; 0 is the top, 1 the end.
     static void DragBarTo(float top) {
         XtCallCallbacks(Find("form.viewport.vertical"), XtNjumpProc, &top);
@@ -635,7 +644,7 @@ TEST_F(ActionRequestDialog, TextsEndAtANul) {
 
 TEST_F(ActionRequestDialog, ShowsMoreRowsThanAWindowCanHold) {
     // 13,107 rows of 20 pixels and 4 more make a multiple of 65,536.
-    for (unsigned long id = 1; id <= 13107; ++id) Add({.id = id, .title = "Action " + std::to_string(id)});
+    AddNumbered(13107);
     Open();
     EXPECT_EQ(Title(), "There are 13107 pending actions.");
     EXPECT_LE(Number(ActionList(), XtNheight), 32767);
@@ -643,7 +652,7 @@ TEST_F(ActionRequestDialog, ShowsMoreRowsThanAWindowCanHold) {
 }
 
 TEST_F(ActionRequestDialog, LastOfManyRowsCanBeReachedAndTaken) {
-    for (unsigned long id = 1; id <= 5000; ++id) Add({.id = id, .title = "Action " + std::to_string(id)});
+    AddNumbered(5000);
     Open();
     for (int drags = 0; drags < 20 && Rows(ActionList()).back() != "Action 5000"; ++drags) DragBarTo(1.0f);
     DragBarTo(1.0f);
@@ -655,29 +664,29 @@ TEST_F(ActionRequestDialog, LastOfManyRowsCanBeReachedAndTaken) {
 }
 
 TEST_F(ActionRequestDialog, FirstOfManyRowsCanBeReachedAgain) {
-    for (unsigned long id = 1; id <= 5000; ++id) Add({.id = id, .title = "Action " + std::to_string(id)});
+    AddNumbered(5000);
     Open();
-    for (int drags = 0; drags < 20; ++drags) DragBarTo(1.0f);
-    for (int drags = 0; drags < 20; ++drags) DragBarTo(0.0f);
+    DragBarAllTheWayTo(1.0f);
+    DragBarAllTheWayTo(0.0f);
     Select(0);
     EXPECT_EQ(Title(), "Action 1");
 }
 
 TEST_F(ActionRequestDialog, SelectionKeepsItsHighlightWhileManyRowsAreScrolled) {
-    for (unsigned long id = 1; id <= 5000; ++id) Add({.id = id, .title = "Action " + std::to_string(id)});
+    AddNumbered(5000);
     Open();
     Select(1);
-    for (int drags = 0; drags < 20; ++drags) DragBarTo(1.0f);
+    DragBarAllTheWayTo(1.0f);
     EXPECT_EQ(Highlight(ActionList()), -1);
     EXPECT_EQ(Title(), "Action 2");
-    for (int drags = 0; drags < 20; ++drags) DragBarTo(0.0f);
+    DragBarAllTheWayTo(0.0f);
     EXPECT_EQ(Highlight(ActionList()), 1);
 }
 
 TEST_F(ActionRequestDialog, FewRowsAreLeftOfMany) {
-    for (unsigned long id = 1; id <= 5000; ++id) Add({.id = id, .title = "Action " + std::to_string(id)});
+    AddNumbered(5000);
     Open();
-    for (int drags = 0; drags < 20; ++drags) DragBarTo(1.0f);
+    DragBarAllTheWayTo(1.0f);
     for (unsigned long id = 11; id <= 5000; ++id) actions.erase(actions.FindFirst(id));
     UpdateActionRequestDialog();
     EXPECT_EQ(Rows(ActionList()).size(), 10u);
@@ -685,9 +694,9 @@ TEST_F(ActionRequestDialog, FewRowsAreLeftOfMany) {
 }
 
 TEST_F(ActionRequestDialog, SelectionFarDownIsScrolledTo) {
-    for (unsigned long id = 1; id <= 5000; ++id) Add({.id = id, .title = "Action " + std::to_string(id)});
+    AddNumbered(5000);
     Open();
-    for (int drags = 0; drags < 20; ++drags) DragBarTo(1.0f);
+    DragBarAllTheWayTo(1.0f);
     Select(static_cast<int>(Rows(ActionList()).size()) - 1);
     HideActionRequestDialog();
     Open();
