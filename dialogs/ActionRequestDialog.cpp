@@ -148,7 +148,7 @@ ActionRequestView MakeView() {
 }
 
 void ShowTexts(ActionRequestView const& view) {
-    state.title.Show(WidgetText(view.title.Ref()));
+    state.title.Show(FirstLine(WidgetText(view.title.Ref())));
     state.description.Show(WidgetText(view.description.Ref()));
     state.takeLabel.Show(*ControlLiteral(view.takeLabel));
     state.cancelLabel.Show(*ControlLiteral(view.cancelLabel));

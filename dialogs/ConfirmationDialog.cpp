@@ -52,11 +52,7 @@ void TakeTextsOf(unsigned long id) {
     actionTitle = WidgetText(found->title.Ref());
 }
 
-// A title is one line, and no wider than the pane: the buttons must stay on the screen.
-std::string FirstLine(std::string const& text) {
-    return text.substr(0, text.find('\n'));
-}
-
+// However long the title is, the buttons must stay on the screen.
 void CutToWidth(Widget label, int width) {
     if (WidthOf(label) > width) SetWidth(label, width);
 }

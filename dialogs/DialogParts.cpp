@@ -108,6 +108,12 @@ Widget CreateForm(Widget shell) {
     return WidgetArguments().Create(shell, "form", formWidgetClass);
 }
 
+std::string FirstLine(std::string const& text) {
+    std::size_t const begin = text.find_first_not_of(" \t\r\n");
+    if (begin == std::string::npos) return std::string();
+    return text.substr(begin, text.find_first_of("\r\n", begin) - begin);
+}
+
 Widget CreateLine(Widget form, char const* name, std::string const& text, Widget above) {
     return WidgetArguments()
         .Number(XtNborderWidth, 0)

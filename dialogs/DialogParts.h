@@ -62,6 +62,9 @@ void PlaceDialog(Widget shell);
 void ShowDialog(Widget shell, Widget pane);
 
 Widget CreateForm(Widget shell);
+// What a label of one line can show of a text: its first line that has something in it, without the blanks in
+// front.
+std::string FirstLine(std::string const& text);
 // A line of text at the left.
 Widget CreateLine(Widget form, char const* name, std::string const& text, Widget above);
 // A button; `callback` is called when it is pressed.

@@ -632,6 +632,13 @@ TEST_F(ActionRequestDialog, LongTitlesAreCutAndHarmless) {
     EXPECT_LT(Rows(ActionList())[0].size(), 5000u);
 }
 
+TEST_F(ActionRequestDialog, TitleShowsItsFirstLineWithSomethingInIt) {
+    Add({.id = 1, .title = "\n  Update\nand more"});
+    Open();
+    Select(0);
+    EXPECT_EQ(Title(), "Update");
+}
+
 TEST_F(ActionRequestDialog, TextsEndAtANul) {
     Add({.id = 1, .title = std::string("Vis\0ible", 8), .description = std::string("d\0e", 3)});
     Add({.id = 2, .title = std::string("\0hidden", 7)});

@@ -11,7 +11,7 @@
 namespace {
 
 struct Change {
-    enum Kind { Arrives, Leaves, AllLeave } kind;
+    enum Kind { Arrives, Leaves, AllLeave, Disables, Enables } kind;
     Pending action;
 };
 
@@ -28,16 +28,20 @@ public:
         Changes changes;
         int const count = Draw(most) + 1;
         for (int number = 0; number < count; ++number) {
-            int const kind = arrivalsOnly ? 0 : Draw(12);
-            changes.push_back({kind < 6    ? Change::Arrives
-                               : kind < 11 ? Change::Leaves
-                                           : Change::AllLeave,
-                               Action()});
+            changes.push_back({arrivalsOnly ? Change::Arrives : Kind(), Action()});
         }
         return changes;
     }
 
 private:
+    Change::Kind Kind() {
+        int const kind = Draw(14);
+        if (kind < 6) return Change::Arrives;
+        if (kind < 10) return Change::Leaves;
+        if (kind == 10) return Change::AllLeave;
+        return kind < 13 ? Change::Disables : Change::Enables;
+    }
+
     Pending Action() {
         static char const* const titles[] = {"A", "B", "C", ""};
         Pending action;
@@ -68,6 +72,8 @@ void Apply(Change const& change) {
         break;
     }
     case Change::AllLeave: actions.clear(); break;
+    case Change::Disables: DisableActionRequestDialog(); return;
+    case Change::Enables: EnableActionRequestDialog(); return;
     }
     UpdateActionRequestDialog();
 }
@@ -130,4 +136,16 @@ TEST_F(Batch, ShowsWhatARefreshAfterEachChangeWouldHaveLeft) {
         }
         ASSERT_EQ(Shown(), oneByOne) << "seed " << seed;
     }
+}
+
+TEST_F(Batch, ThatHidesTheDialogRefreshesNothing) {
+    Add({.id = 1});
+    UnixApp_ShowActionRequestDialog(false, TimeInterval(), true);
+    {
+        ActionRequestDialogBatch const batch;
+        Add({.id = 2});
+        UpdateActionRequestDialog();
+        HideActionRequestDialog();
+    }
+    EXPECT_FALSE(IsActionRequestDialogShown());
 }

@@ -184,6 +184,17 @@ TEST_F(ConfirmationDialog, NeverShowsTheMessageOfAnotherAction) {
     EXPECT_EQ(Text(Find("form.actionconfirmation"), XtNstring), "");
 }
 
+TEST_F(ConfirmationDialog, NamesTheActionByTheFirstLineOfItsTitle) {
+    for (std::string const title : {"Update", "\n  Update\n", " \t\r\nUpdate\r\nand more"}) {
+        actions.clear();
+        Add({.id = 1, .title = title, .preActionMessage = "Sure?"});
+        ShowConfirmationRequestDialog(1);
+        EXPECT_EQ(Label("form.actiontitle"), "Update");
+        HideConfirmationRequestDialog();
+        Settle();
+    }
+}
+
 TEST_F(ConfirmationDialog, CanBeAnsweredWhateverTheTitleIs) {
     std::string lines;
     for (int line = 0; line < 2000; ++line) lines += "line\n";
