@@ -3,6 +3,8 @@
 #include "app/LocaleNames.h"
 #include "app/ProcessState.h"
 #include "dialogs/ActionRequestDialog.h"
+#include "dialogs/MessageDialogs.h"
+#include "dialogs/QuietModeDialog.h"
 #include "link/ActionRequestXML.h"
 #include "link/InitializationInfo.h"
 #include "link/ProtocolRecords.h"
@@ -44,12 +46,18 @@ Batch HandleRemoveRequest(XMLElement const& element) {
         RemoveAction(request.id);
         UpdateActionRequestDialog();
     }
+    if (request.type == RemoveRequest::Message || request.type == RemoveRequest::All)
+        RemoveMessageDialog(request.id);
     return Batch::GoesOn;
 }
 
+// The settings are for notes about running actions: one about a completed action may always be dismissed and
+// covered.
 Batch HandleMessageRequest(XMLElement const& element) {
     MessageRequest request;
     XMLSerialize(element, request);
+    ShowMessageDialog(request, m_enablePersistent && !request.isCompletionMessage,
+                      m_enableTopmost && !request.isCompletionMessage);
     return Batch::GoesOn;
 }
 
@@ -57,12 +65,16 @@ Batch HandleQuietModeStart(XMLElement const& element) {
     inQuietMode = true;
     QuietModeStart period;
     XMLSerialize(element, period);
-    if (IsActionRequestDialogShown()) DisableActionRequestDialog();
+    if (IsActionRequestDialogShown()) {
+        ShowQuietModeDialog(Instant(period.startTime), Instant(period.endTime));
+        DisableActionRequestDialog();
+    }
     return Batch::GoesOn;
 }
 
 Batch HandleQuietModeEnd(XMLElement const&) {
     inQuietMode = false;
+    RemoveQuietModeDialog();
     if (IsActionRequestDialogShown()) {
         UpdateActionRequestDialog();
         EnableActionRequestDialog();

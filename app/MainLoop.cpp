@@ -12,6 +12,7 @@
 #include "app/UserCommands.h"
 #include "app/XHandlers.h"
 #include "dialogs/ActionRequestDialog.h"
+#include "dialogs/MessageDialogs.h"
 #include "link/UnixPipe.h"
 
 #include <clocale>
@@ -41,6 +42,7 @@ void Tick() {
         CreateHiddenWindow();
     }
     RemindOfActions();
+    RemoveTimedoutMessageDialogs();
     if (inQuietMode) return;
     if (TakeOverdueActions(Instant::Now())) UpdateActionRequestDialog();
 }

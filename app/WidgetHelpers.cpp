@@ -6,6 +6,7 @@
 
 // First: the widgets' private headers need it.
 #include <X11/IntrinsicP.h>
+#include <X11/Shell.h>
 #include <X11/StringDefs.h>
 #include <X11/Xaw/List.h>
 #include <X11/Xaw/Scrollbar.h>
@@ -60,8 +61,11 @@ void CenterDialogOnDisplay(Widget shell) {
     XtVaGetValues(shell, XtNwidth, &width, XtNheight, &height, nullptr);
     Display* const connection = XtDisplay(shell);
     int const screen = DefaultScreen(connection);
-    XtVaSetValues(shell, XtNx, CenteredPosition(DisplayWidth(connection, screen), width), XtNy,
-                  CenteredPosition(DisplayHeight(connection, screen), height), nullptr);
+    // The toolkit would search all events that wait for the answer to the move, and would wait for a window
+    // manager that hangs.
+    XtVaSetValues(shell, XtNwaitForWm, False, XtNx, CenteredPosition(DisplayWidth(connection, screen), width),
+                  XtNy, CenteredPosition(DisplayHeight(connection, screen), height), nullptr);
+    XtVaSetValues(shell, XtNwaitForWm, True, nullptr);
 }
 
 void ScrollSelectedItemIntoView(Widget viewport, Widget list) {

@@ -86,22 +86,22 @@ void WidgetArguments::ReadFrom(Widget widget) {
 }
 
 Widget CreateDialogShell(std::string const& title) {
-    return WidgetArguments().Text(XtNtitle, title).International().CreateShell();
+    return WidgetArguments().Text(XtNtitle, CutForWidget(title)).International().CreateShell();
 }
 
 void RealizeDialog(Widget shell) {
     XtRealizeWidget(shell);
 }
 
-void PlaceDialog(Widget shell) {
+void PlaceDialog(Widget shell, Widget pane) {
     CenterDialogOnDisplay(shell);
     ListenForClose(shell);
+    OverrideScrollbarTranslations(TextScrollbar(pane));
 }
 
 void ShowDialog(Widget shell, Widget pane) {
     RealizeDialog(shell);
-    PlaceDialog(shell);
-    OverrideScrollbarTranslations(TextScrollbar(pane));
+    PlaceDialog(shell, pane);
 }
 
 Widget CreateForm(Widget shell) {
@@ -124,15 +124,29 @@ Widget CreateLine(Widget form, char const* name, std::string const& text, Widget
         .Create(form, name, labelWidgetClass);
 }
 
-Widget CreateButton(Widget form, char const* name, std::string const& label, Widget above,
-                    XtCallbackProc callback) {
-    Widget const button = WidgetArguments()
-                              .Text(XtNlabel, CutForWidget(label, cMostCharactersOfButton))
+namespace {
+
+Widget CreateButtonWith(WidgetArguments arguments, Widget form, char const* name, std::string const& label,
+                        Widget above, XtCallbackProc callback, XtPointer data) {
+    Widget const button = arguments.Text(XtNlabel, CutForWidget(label, cMostCharactersOfButton))
                               .Under(above)
                               .International()
                               .Create(form, name, commandWidgetClass);
-    XtAddCallback(button, XtNcallback, callback, nullptr);
+    XtAddCallback(button, XtNcallback, callback, data);
     return button;
+}
+
+} // namespace
+
+Widget CreateButton(Widget form, char const* name, std::string const& label, Widget above,
+                    XtCallbackProc callback, XtPointer data) {
+    return CreateButtonWith(WidgetArguments(), form, name, label, above, callback, data);
+}
+
+Widget CreateUnmappedButton(Widget form, char const* name, std::string const& label, Widget above,
+                            XtCallbackProc callback, XtPointer data) {
+    return CreateButtonWith(WidgetArguments().Number(XtNmappedWhenManaged, False), form, name, label, above,
+                            callback, data);
 }
 
 namespace {
@@ -185,10 +199,14 @@ Widget CreateTextPane(Widget form, char const* name, int width, int height, Widg
     return pane;
 }
 
+void SetLeftEdge(Widget button, int distance) {
+    WidgetArguments().Number(XtNhorizDistance, distance).ApplyTo(button);
+}
+
 void PlaceInRow(std::initializer_list<Widget> buttons, int rightEdge, int border) {
     for (Widget const button : buttons) {
         rightEdge -= WidthOf(button);
-        WidgetArguments().Number(XtNhorizDistance, rightEdge).ApplyTo(button);
+        SetLeftEdge(button, rightEdge);
         rightEdge -= 6 * border;
     }
 }
@@ -196,6 +214,10 @@ void PlaceInRow(std::initializer_list<Widget> buttons, int rightEdge, int border
 void PlaceUnder(Widget pane, std::initializer_list<Widget> buttons) {
     int const border = BorderWidthOf(pane);
     PlaceInRow(buttons, WidthOf(pane) + border, border);
+}
+
+void SetTitle(Widget shell, std::string const& title) {
+    WidgetArguments().Text(XtNtitle, CutForWidget(title)).ApplyTo(shell);
 }
 
 void SetLabel(Widget widget, std::string const& text) {

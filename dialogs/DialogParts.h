@@ -52,14 +52,16 @@ private:
     Cardinal m_count = 0;
 };
 
-// A top-level shell with that title, not yet realized. The toolkit keeps it until XtDestroyWidget.
+// A top-level shell with that title, cut to what a label can show, not yet realized. The toolkit keeps it
+// until XtDestroyWidget.
 Widget CreateDialogShell(std::string const& title);
 // Realizes the shell, which shows it.
 void RealizeDialog(Widget shell);
-// For a realized shell: into the middle of the screen, and wired to its close box.
-void PlaceDialog(Widget shell);
-// Both for a small dialog, and connects the scroll bar of its pane.
-void ShowDialog(Widget shell, Widget pane);
+// For a realized shell: into the middle of the screen, and wired to its close box. Connects the scroll bar of
+// its pane, if it has one.
+void PlaceDialog(Widget shell, Widget pane = nullptr);
+// Both.
+void ShowDialog(Widget shell, Widget pane = nullptr);
 
 Widget CreateForm(Widget shell);
 // What a label of one line can show of a text: its first line that has something in it, without the blanks in
@@ -67,9 +69,12 @@ Widget CreateForm(Widget shell);
 std::string FirstLine(std::string const& text);
 // A line of text at the left.
 Widget CreateLine(Widget form, char const* name, std::string const& text, Widget above);
-// A button; `callback` is called when it is pressed.
+// A button; `callback` is called when it is pressed, with `data` as its client data.
 Widget CreateButton(Widget form, char const* name, std::string const& label, Widget above,
-                    XtCallbackProc callback);
+                    XtCallbackProc callback, XtPointer data = nullptr);
+// One that is not seen until its window is mapped.
+Widget CreateUnmappedButton(Widget form, char const* name, std::string const& label, Widget above,
+                            XtCallbackProc callback, XtPointer data);
 // A pane of running text with a scroll bar, `width` wide; `above` may be null.
 Widget CreateTextPane(Widget form, char const* name, int width, int height, Widget above,
                       std::string const& text = std::string());
@@ -78,14 +83,17 @@ Widget CreateTextPane(Widget form, char const* name, int width, int height, Widg
 inline constexpr int cDialogPaneWidth = 500;
 inline constexpr int cDialogPaneHeight = 100;
 
+// A form attaches nothing to its own right edge: all distances count from the left.
+void SetLeftEdge(Widget button, int distance);
 // Places buttons in a row whose right edge is that far from the left edge of the form, the first one
-// rightmost, six borders of `border` apart. A form attaches nothing to its own right edge, so that all
-// distances count from the left.
+// rightmost, six borders of `border` apart.
 void PlaceInRow(std::initializer_list<Widget> buttons, int rightEdge, int border);
 // The same, up to the right edge of `pane`.
 void PlaceUnder(Widget pane, std::initializer_list<Widget> buttons);
 
-// Give a label or button, and a text pane, another text. A label is cut to what a widget can show.
+// Give a shell, a label or button, and a text pane, another text. All but a pane's is cut to what a label can
+// show.
+void SetTitle(Widget shell, std::string const& title);
 void SetLabel(Widget widget, std::string const& text);
 void SetPaneText(Widget pane, std::string const& text);
 

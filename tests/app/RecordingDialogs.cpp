@@ -4,6 +4,9 @@
 #include "dialogs/ActionDetailsDialog.h"
 #include "dialogs/ActionRequestDialog.h"
 #include "dialogs/ConfirmationDialog.h"
+#include "dialogs/MessageDialogs.h"
+#include "dialogs/QuietModeDialog.h"
+#include "link/ProtocolRecords.h"
 
 #include <stdexcept>
 #include <utility>
@@ -86,4 +89,25 @@ void HideConfirmationRequestDialog() {
 }
 
 void UpdateConfirmationRequestDialog() {
+}
+
+void ShowMessageDialog(MessageRequest const& request, bool persistent, bool topmost) {
+    Record("Message",
+           std::to_string(request.id) + (persistent ? " persistent" : "") + (topmost ? " topmost" : ""));
+}
+
+void RemoveMessageDialog(unsigned long id) {
+    Record("RemoveMessage", std::to_string(id));
+}
+
+void RemoveTimedoutMessageDialogs() {
+    Record("RemoveTimedout");
+}
+
+void ShowQuietModeDialog(Instant const& start, Instant const& end) {
+    Record("QuietMode", std::to_string(start.Microseconds()) + " " + std::to_string(end.Microseconds()));
+}
+
+void RemoveQuietModeDialog() {
+    Record("RemoveQuietMode");
 }

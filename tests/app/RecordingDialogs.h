@@ -7,7 +7,8 @@
 // can be tested without a display. They are linked in place of the real ones.
 struct RecordingDialogs {
     // "Update 1,2" with the pending IDs ("Update folded 1,2" inside a batch), "Enable", "Disable",
-    // "Show 300000000 true", "Details 7", "Confirm 7",
+    // "Show 300000000 true", "Details 7", "Confirm 7", "Message 7 persistent topmost", "RemoveMessage 7",
+    // "RemoveTimedout", "QuietMode 1000000 2000000" with the two times in microseconds, "RemoveQuietMode",
     // "Hide", "HideDetails", "HideConfirmation".
     std::vector<std::string> calls;
     // What IsActionRequestDialogShown answers; showing sets it.
