@@ -68,8 +68,14 @@ class NumeralTooLarge : public DebuggableException {};
 class NotAFloatingPoint : public DebuggableException {};
 class TooLargeForStandardNotation : public DebuggableException {};
 
+// Files
+class IllegalFileName : public DebuggableException {};
+class FileLoopUninitialized : public DebuggableException {};
+class FileReadingLoopEndOfFileError : public DebuggableException {};
+
 // Format strings and documents without an element
 class FormatError : public DebuggableException {};
+class FormatOverrideNotFound : public DebuggableException {};
 class BadFormatStringError : public DebuggableException {};
 class ImproperFormatVariableName : public DebuggableException {};
 class UndefinedFormatVariable : public DebuggableException {};
@@ -94,6 +100,27 @@ public:
 
 private:
     std::int32_t m_code;
+};
+class EventError : public DebuggableException {
+public:
+    explicit EventError(int code) : m_code(code) {}
+    std::int32_t Code() const { return m_code; }
+
+private:
+    std::int32_t m_code;
+};
+
+class Event;
+
+// An event that was already signaled when a waiter came to watch it.
+class AlreadySignaled : public DebuggableException {
+public:
+    explicit AlreadySignaled(Event const& event) : m_event(&event) {}
+    // As long as the event stands.
+    Event const* SignaledEvent() const { return m_event; }
+
+private:
+    Event const* m_event;
 };
 
 // Returns for 0; otherwise throws `E` made with the code.

@@ -34,8 +34,8 @@ bool LocalEncodingIsUTF8() {
     return local.Name() == "utf-8"_data || local.Name() == "utf8"_data;
 }
 
-AutoUString<Local8Bit> LocalBytes(UStringRef<UTF8> const& text) {
-    std::size_t const size = text.SizeInUnits();
+AutoUString<Local8Bit> LocalBytes(ConstData text) {
+    std::size_t const size = text.Size();
     AutoUString<Local8Bit> local(Local8Bit(), size, size + 1);
     if (size != 0) std::memcpy(local.begin(), text.begin(), size);
     return local;
@@ -114,4 +114,8 @@ UStringRef<Local8Bit> MakeLocalRef(char const* text) {
 
 UStringRef<Local8Bit> MakeLocalRef(std::string const& text) {
     return UStringRef<Local8Bit>(Local8Bit(), text.data(), text.data() + text.size());
+}
+
+AutoNullTerminated<Local8Bit> MakeBinaryLocalString(UStringRef<Binary8Bit> const& bytes) {
+    return AutoNullTerminated<Local8Bit>(LocalBytes(bytes));
 }

@@ -44,3 +44,6 @@ template <class E>
 AutoNullTerminated<Local8Bit> MakeLocalString(UStringRef<E> const& text) {
     return AutoNullTerminated<Local8Bit>(UnixPlatform::ToLocal8Bit(text));
 }
+
+// Bytes of unknown meaning for C interfaces that take local text, as they are and with a NUL behind.
+AutoNullTerminated<Local8Bit> MakeBinaryLocalString(UStringRef<Binary8Bit> const& bytes);

@@ -29,9 +29,10 @@ constexpr int cBases = CountBases<
     NamedNotIANAUTF8Encoding, UnrepresentableBinaryString, UnrepresentableBinaryStringU8,
     UnrepresentableBinaryStringU16, UnixPlatform::MultiByteToWideConvertError,
     UnixPlatform::WideToMultiByteConvertError, NotANumeral, NumeralTooLarge, NotAFloatingPoint,
-    TooLargeForStandardNotation, FormatError, BadFormatStringError, ImproperFormatVariableName,
-    UndefinedFormatVariable, TooManyFormatArguments, TooFewFormatArguments, NoSuchAttribute,
-    NoSuchChildElement, NoSuchActionRequestID, UnixPlatform::MutexError>();
+    TooLargeForStandardNotation, IllegalFileName, FileLoopUninitialized, FileReadingLoopEndOfFileError,
+    FormatError, BadFormatStringError, ImproperFormatVariableName, UndefinedFormatVariable,
+    TooManyFormatArguments, TooFewFormatArguments, NoSuchAttribute, NoSuchChildElement, NoSuchActionRequestID,
+    UnixPlatform::MutexError>();
 
 // What a class without data must be: directly on that base, without fields, reporting its encoded name.
 template <class E, class Base = DebuggableException>
@@ -146,6 +147,9 @@ TEST(ExceptionTree, HasPlainClassesForTextAndNumerals) {
     ExpectPlain<NumeralTooLarge>("15NumeralTooLarge");
     ExpectPlain<NotAFloatingPoint>("17NotAFloatingPoint");
     ExpectPlain<TooLargeForStandardNotation>("27TooLargeForStandardNotation");
+    ExpectPlain<IllegalFileName>("15IllegalFileName");
+    ExpectPlain<FileLoopUninitialized>("21FileLoopUninitialized");
+    ExpectPlain<FileReadingLoopEndOfFileError>("29FileReadingLoopEndOfFileError");
 }
 
 TEST(ExceptionTree, HasPlainClassesForTheUpperRooms) {

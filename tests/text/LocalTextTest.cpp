@@ -296,3 +296,12 @@ TEST(MakeLocalRef, ViewsTheBytesOfAText) {
     EXPECT_EQ(MakeLocalRef(nullptr).begin(), nullptr);
     EXPECT_TRUE(MakeLocalRef(nullptr).empty());
 }
+
+TEST(MakeBinaryLocalString, KeepsTheBytesInEveryLocale) {
+    UStringRef<Binary8Bit> const bytes(Binary8Bit(), "a\xFF\xC3\xBC"_data);
+    for (char const* const name : {"C", cLatin1, cGermanUTF8, cJapanese}) {
+        LocaleScope const locale(name);
+        EXPECT_STREQ(MakeBinaryLocalString(bytes).c_str(), "a\xFF\xC3\xBC") << name;
+    }
+    EXPECT_STREQ(MakeBinaryLocalString(UStringRef<Binary8Bit>()).c_str(), "");
+}

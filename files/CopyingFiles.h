@@ -1,0 +1,58 @@
+#pragma once
+
+#include "files/FileLocation.h"
+
+class FileRetryLog;
+
+// Copying and moving.
+//
+// All throw EmptyFileLocationError when either location is empty, and what FileLocation::LibPath throws.
+// Errors of reading and writing come as FileReadingPath, FileReader, FileWritingPath and FileWriter throw
+// them. A copy is of the bytes alone: it gets the permissions of any new file. A copy that fails leaves the
+// part that was written.
+
+// Copies a file to a location where nothing is. Throws FileNotFoundError if there is no source, a dangling
+// link counting as none, and FileExistsError (EEXIST) if anything is at the target.
+void CopyFile(FileLocation const& source, FileLocation const& target);
+
+// The same, deleting first what is at the target, which must not be a directory with anything in it; a file
+// copied to itself stays as it is. Throws FileNotFoundError if the source is no regular file.
+void ForceCopyFile(FileLocation const& source, FileLocation const& target);
+
+// Moves a file, directory or link to a location where nothing is. To another file system it goes by copying
+// and deleting, as CopyFile or CopyDirectoryContents copy; a failure behind the copy leaves both in place.
+// Throws FileNotFoundError if there is no source, FileIOError with the target and code 0 if anything is at
+// the target, and FileMoveError with both locations and the error number otherwise; with EXDEV also for what
+// cannot be copied to another file system, such as a named pipe.
+void MoveFile(FileLocation const& source, FileLocation const& target);
+
+// The same, deleting first what is at the target; a directory there has to be empty. A file moved to itself
+// stays. Throws FileNotFoundError if there is no source, and DirectoryFoundError (EISDIR) if just one of the
+// two is a regular file: with the source if that is a directory, otherwise with the target. Throws
+// InvalidStats if one of the two disappears meanwhile.
+void ForceMoveFile(FileLocation const& source, FileLocation const& target);
+
+// Copies all files and directories in a directory to another one, which is made if it is missing. Each file
+// is tried for as long as CopyFileWithRetry tries; one that is at the target already fails it. Links to files
+// are copied as files. Throws DirectoryNotFoundError if there is no source, and FileItemError for an item
+// that is neither file nor directory, such as a named pipe, a link to a directory (copying through these
+// might never end) or a dangling link, and for the target itself within the source.
+void CopyDirectoryContents(FileLocation const& source, FileLocation const& target);
+
+// The same with further tries; see files/FileRetry.h. The words for the log are the names without
+// "WithRetry". A copy that has begun to write fails at each further try, since the file is there now.
+void CopyFileWithRetry(FileLocation const& source, FileLocation const& target, FileRetryLog const& log);
+void ForceCopyFileWithRetry(FileLocation const& source, FileLocation const& target, FileRetryLog const& log);
+void MoveFileWithRetry(FileLocation const& source, FileLocation const& target, FileRetryLog const& log);
+void ForceMoveFileWithRetry(FileLocation const& source, FileLocation const& target, FileRetryLog const& log);
+
+// The work of the functions above, which do no more than refuse empty locations.
+namespace UnixPlatform {
+
+void CopyFile(FileLocation const& source, FileLocation const& target);
+void ForceCopyFile(FileLocation const& source, FileLocation const& target);
+void MoveFile(FileLocation const& source, FileLocation const& target);
+void ForceMoveFile(FileLocation const& source, FileLocation const& target);
+void CopyDirectoryContents(FileLocation const& source, FileLocation const& target);
+
+} // namespace UnixPlatform

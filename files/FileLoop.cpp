@@ -1,0 +1,224 @@
+#include "files/FileLoop.h"
+
+#include "files/ChildLocation.h"
+#include "files/FileErrors.h"
+#include "files/WildcardMatch.h"
+#include "text/CharacterSet.h"
+#include "text/CurrentEncodings.h"
+#include "text/IsUTF8.h"
+#include "text/LocalText.h"
+#include "text/UString.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+// The loop owns the list of scandir from the moment it is there, and gives it up as soon as the last name has
+// been used or a failure ends the loop. A list without names is given up at once, so that "there is a list"
+// means "there is an item".
+//
+// A name becomes text only if that leads back to the same bytes: the location is what the file is opened by
+// later, and a text that the locale spells in another way would name another file.
+
+namespace {
+
+int IsEntry(dirent const* entry) {
+    return std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0;
+}
+
+// The empty text for a name that is none.
+AutoUString<UTF8> ConvertByLocale(UStringRef<Local8Bit> const& name) {
+    try {
+        return UnixPlatform::ToUTF8(name);
+    } catch (UnixPlatform::MultiByteToWideConvertError const&) {
+        return AutoUString<UTF8>();
+    }
+}
+
+// The same, from the encoding that the process works with, which need not be that of the locale any more.
+AutoUString<UTF8> ConvertByEncoding(UStringRef<Local8Bit> const& name) {
+    AutoUString<UTF8> text;
+    try {
+        CharacterSet const local(GetLocalEncoding().Name(), CharacterSet::InvalidCharacterAction::Stop, true);
+        local.ConvertToUTF8(UStringRef<IANANamedTextEncoding>(GetLocalEncoding(), BytesOf(name)), text);
+    } catch (ICUResult const&) {
+        text.clear(); // The encoding is not one that can be converted.
+    }
+    return text;
+}
+
+bool LeadsBackTo(UStringRef<Local8Bit> const& name, UStringRef<UTF8> const& text) {
+    if (text.empty() || !IsUTF8(text)) return false;
+    try {
+        return UnixPlatform::ToLocal8Bit(text) == name;
+    } catch (UnixPlatform::WideToMultiByteConvertError const&) {
+        return false;
+    }
+}
+
+// The empty text for a name that cannot be told as text.
+AutoUString<UTF8> TextOf(UStringRef<Local8Bit> const& name) {
+    AutoUString<UTF8> text = ConvertByLocale(name);
+    if (!LeadsBackTo(name, text)) text = ConvertByEncoding(name);
+    if (!LeadsBackTo(name, text)) text.clear();
+    return text;
+}
+
+bool NameMatches(UStringRef<Local8Bit> const& name, UStringRef<UTF8> const& pattern) {
+    AutoUString<UTF8> const text = ConvertByLocale(name);
+    return MatchesWildcard(text.empty() ? ConstData(BytesOf(name)) : ConstData(text), pattern);
+}
+
+} // namespace
+
+namespace UnixPlatform {
+
+void FileLoop::Start(FileLocation const& directory, UStringRef<UTF8> const& pattern,
+                     bool danglingLinkIsTolerated, bool firstInspectorFlag, bool secondInspectorFlag) {
+    init();
+    m_directory = directory;
+    m_namesAreBytes = directory.IsBinary();
+    m_danglingLinkIsTolerated = danglingLinkIsTolerated;
+    m_firstInspectorFlag = firstInspectorFlag;
+    m_secondInspectorFlag = secondInspectorFlag;
+    DoScanDirectory(IsEntry, pattern, danglingLinkIsTolerated);
+}
+
+void FileLoop::init() noexcept {
+    EmptyScandirList(m_names, m_count);
+    m_names = nullptr;
+    m_count = 0;
+    m_index = 0;
+}
+
+void FileLoop::DoScanDirectory(EntryFilter filter, UStringRef<UTF8> const& pattern,
+                               bool danglingLinkIsTolerated) {
+    try {
+        BuildNameList(filter, pattern);
+        SetLoopItem(danglingLinkIsTolerated);
+    } catch (...) {
+        init();
+        throw;
+    }
+}
+
+void FileLoop::BuildNameList(EntryFilter filter, UStringRef<UTF8> const& pattern) {
+    init();
+    dirent** names = nullptr;
+    int const count = scandir(m_directory.LibPath().c_str(), &names, filter, alphasort);
+    m_scanCode = count == -1 ? errno : 0;
+    if (count == -1 || !names) return;
+    m_names = names;
+    m_count = count;
+    if (!pattern.empty()) KeepMatchingNames(pattern);
+}
+
+void FileLoop::KeepMatchingNames(UStringRef<UTF8> const& pattern) {
+    int kept = 0;
+    for (int index = 0; index < m_count; ++index) {
+        dirent* const entry = std::exchange(m_names[index], nullptr);
+        m_names[kept] = entry;
+        if (NameMatches(MakeLocalRef(entry->d_name), pattern)) {
+            ++kept;
+        } else {
+            std::free(std::exchange(m_names[kept], nullptr));
+        }
+    }
+    m_count = kept;
+}
+
+void FileLoop::SetLoopItem(bool danglingLinkIsTolerated) {
+    while (m_index < m_count && !TrySetLoopItem(m_names[m_index]->d_name, danglingLinkIsTolerated)) ++m_index;
+    if (m_index >= m_count) init();
+}
+
+// False for an entry that has gone.
+bool FileLoop::TrySetLoopItem(char const* name, bool danglingLinkIsTolerated) {
+    int const code = m_item.Set(LocationOf(name));
+    if (code == ENOENT && !m_item.Info().Exists()) return false;
+    m_item.HandleGetError(code, danglingLinkIsTolerated);
+    return true;
+}
+
+FileLocation FileLoop::LocationOf(char const* name) const {
+    UStringRef<Local8Bit> const local = MakeLocalRef(name);
+    AutoUString<UTF8> const text = m_namesAreBytes ? AutoUString<UTF8>() : TextOf(local);
+    return ChildLocation(m_directory, text.empty() ? FileName(BytesOf(local)) : FileName(text.Ref()));
+}
+
+void FileLoop::EmptyScandirList(dirent** names, int count) noexcept {
+    for (int index = 0; index < count; ++index) std::free(names[index]);
+    std::free(names);
+}
+
+FileItem const& FileLoop::operator*() const {
+    if (Finished()) throw InvalidIteratorPosition();
+    return m_item;
+}
+
+FileLoop& FileLoop::operator++() {
+    if (Finished()) return *this;
+    try {
+        ++m_index;
+        SetLoopItem(m_danglingLinkIsTolerated);
+    } catch (...) {
+        init();
+        throw;
+    }
+    return *this;
+}
+
+} // namespace UnixPlatform
+
+FileLoop::FileLoop(FileLocation const& directory, UStringRef<UTF8> const& pattern,
+                   bool danglingLinkIsTolerated) {
+    Start(directory, pattern, danglingLinkIsTolerated);
+}
+
+FileLoop::FileLoop(FileLocation const& directory, VarnikFileType type) {
+    Start(directory, type);
+}
+
+void FileLoop::Start(FileLocation const& directory, UStringRef<UTF8> const& pattern,
+                     bool danglingLinkIsTolerated) {
+    StartIn(directory, pattern, danglingLinkIsTolerated, false, false);
+}
+
+void FileLoop::Start(FileLocation const& directory, VarnikFileType type) {
+    WildcardStart(directory, "*"_utf8 + AdviceFileTypes::ExtensionOfType(type));
+}
+
+void FileLoop::WildcardStart(FileLocation const& directory, UStringRef<UTF8> const& pattern) {
+    StartIn(directory, pattern, false, false, false);
+}
+
+void FileLoop::InspectorStart(FileLocation const& directory, UStringRef<UTF8> const& pattern, bool firstFlag,
+                              bool secondFlag) {
+    StartIn(directory, pattern, true, firstFlag, secondFlag);
+}
+
+void FileLoop::StartIn(FileLocation const& directory, UStringRef<UTF8> const& pattern,
+                       bool danglingLinkIsTolerated, bool firstFlag, bool secondFlag) {
+    m_started = !directory.empty() && directory.IsDirectory();
+    if (m_started) {
+        UnixPlatform::FileLoop::Start(directory, pattern, danglingLinkIsTolerated, firstFlag, secondFlag);
+    } else {
+        init();
+    }
+}
+
+void FileLoop::RequireStart() const {
+    if (!m_started) throw FileLoopUninitialized();
+}
+
+FileItem const& FileLoop::operator*() const {
+    RequireStart();
+    return UnixPlatform::FileLoop::operator*();
+}
+
+FileLoop& FileLoop::operator++() {
+    RequireStart();
+    UnixPlatform::FileLoop::operator++();
+    return *this;
+}

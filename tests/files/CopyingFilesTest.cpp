@@ -1,0 +1,742 @@
+#include "files/CopyingFiles.h"
+
+#include "files/DeletingFiles.h"
+#include "files/FileErrors.h"
+#include "foundation/Exceptions.h"
+
+#include "tests/files/ChildProcess.h"
+#include "tests/files/FileTestSupport.h"
+#include "tests/files/QuickFolder.h"
+#include "tests/files/RecordedWaits.h"
+#include "tests/files/SystemCalls.h"
+#include "tests/support/LocaleScope.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <climits>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <sys/stat.h>
+#include <thread>
+
+namespace {
+
+struct stat LinkStatusOf(std::string const& path) {
+    struct stat status = {};
+    EXPECT_EQ(lstat(path.c_str(), &status), 0) << path;
+    return status;
+}
+
+// Bytes that show where they stand.
+std::string Contents(std::size_t size) {
+    std::string contents;
+    while (contents.size() < size) contents += std::to_string(contents.size()) + '\0';
+    contents.resize(size);
+    return contents;
+}
+
+// A folder on another file system than the usual one; null when the machine has none.
+std::unique_ptr<TemporaryFolder> FolderElsewhere(TemporaryFolder const& here) {
+    std::error_code none;
+    if (!std::filesystem::is_directory("/dev/shm", none)) return nullptr;
+    auto elsewhere = std::make_unique<TemporaryFolder>("/dev/shm");
+    bool const isElsewhere = LinkStatusOf(elsewhere->Path()).st_dev != LinkStatusOf(here.Path()).st_dev;
+    return isElsewhere ? std::move(elsewhere) : nullptr;
+}
+
+constexpr char const* cOneFileSystem = "/dev/shm and the folder for temporary files are one file system.";
+
+struct Operation {
+    char const* name;
+    void (*call)(FileLocation const&, FileLocation const&);
+};
+
+Operation const cOperations[] = {
+    {"CopyFile", CopyFile},
+    {"ForceCopyFile", ForceCopyFile},
+    {"MoveFile", MoveFile},
+    {"ForceMoveFile", ForceMoveFile},
+    {"CopyDirectoryContents", CopyDirectoryContents},
+};
+
+// A tree of files and directories of all sizes.
+void MakeTree(TemporaryFolder const& folder, std::string const& name) {
+    std::filesystem::create_directories(folder.Path(name + "/a/b"));
+    folder.MakeFolder(name + "/empty");
+    folder.Write(name + "/file", "1");
+    folder.Write(name + "/.hidden", "2");
+    folder.Write(name + "/no text \xE4\xFF", "3");
+    folder.Write(name + "/a/file", Contents(70000));
+    folder.Write(name + "/a/b/file", "");
+    folder.MakeLink("../file", name + "/a/link");
+}
+
+void ExpectTree(TemporaryFolder const& folder, std::string const& name) {
+    EXPECT_EQ(folder.Read(name + "/file"), "1");
+    EXPECT_EQ(folder.Read(name + "/.hidden"), "2");
+    EXPECT_EQ(folder.Read(name + "/no text \xE4\xFF"), "3");
+    EXPECT_EQ(folder.Read(name + "/a/file"), Contents(70000));
+    EXPECT_TRUE(folder.Has(name + "/a/b/file"));
+    EXPECT_EQ(folder.Read(name + "/a/b/file"), "");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path(name + "/empty")));
+    EXPECT_EQ(folder.Read(name + "/a/link"), "1");
+    EXPECT_TRUE(S_ISREG(LinkStatusOf(folder.Path(name + "/a/link")).st_mode));
+}
+
+} // namespace
+
+TEST(CopyingFiles, RefusesEmptyLocations) {
+    TemporaryFolder const folder;
+    folder.Write("file", "kept");
+    for (Operation const& operation : cOperations) {
+        FileLocation const file = folder.Location("file");
+        FileLocation const empty;
+        EXPECT_EQ(FailureOf([&] { operation.call(empty, file); }), "EmptyFileLocationError 0")
+            << operation.name;
+        EXPECT_EQ(FailureOf([&] { operation.call(file, empty); }), "EmptyFileLocationError 0")
+            << operation.name;
+        EXPECT_EQ(FailureOf([&] { operation.call(empty, empty); }), "EmptyFileLocationError 0")
+            << operation.name;
+    }
+    EXPECT_EQ(folder.Read("file"), "kept");
+}
+
+TEST(CopyFile, CopiesFilesOfAnySize) {
+    TemporaryFolder const folder;
+    for (std::size_t const size : {0UL, 1UL, 65535UL, 65536UL, 65537UL, 131072UL, 1000000UL}) {
+        std::string const name = std::to_string(size);
+        folder.Write("source", Contents(size));
+        auto const descriptors = OpenDescriptors();
+        CopyFile(folder.Location("source"), folder.Location(name));
+        EXPECT_EQ(OpenDescriptors(), descriptors);
+        EXPECT_TRUE(folder.Has(name));
+        EXPECT_TRUE(folder.Read(name) == Contents(size)) << size;
+        EXPECT_EQ(folder.Read("source").size(), size);
+    }
+}
+
+TEST(CopyFile, ReadsAndWritesInChunksOfSixtyFourKibibytes) {
+    TemporaryFolder const folder;
+    folder.Write("source", Contents(200000));
+    unsigned long const reads = CallCount(SystemCall::Read);
+    unsigned long const writes = CallCount(SystemCall::Write);
+    CopyFile(folder.Location("source"), folder.Location("target"));
+    EXPECT_EQ(CallCount(SystemCall::Read) - reads, 4U);
+    EXPECT_EQ(CallCount(SystemCall::Write) - writes, 4U);
+}
+
+TEST(CopyFile, WritesAllOfWhatTheSystemTakesInPieces) {
+    TemporaryFolder const folder;
+    folder.Write("source", Contents(100000));
+    {
+        ShortTransfers const transfers(777);
+        CopyFile(folder.Location("source"), folder.Location("target"));
+    }
+    EXPECT_TRUE(folder.Read("target") == Contents(100000));
+}
+
+TEST(CopyFile, LeavesWhatIsThere) {
+    TemporaryFolder const folder;
+    folder.Write("source", "new");
+    folder.Write("file", "kept");
+    folder.MakeFolder("directory");
+    folder.MakeLink("missing", "dangling");
+    for (char const* const name : {"file", "directory", "dangling", "source"})
+        EXPECT_EQ(FailureOf([&] { CopyFile(folder.Location("source"), folder.Location(name)); }),
+                  "FileExistsError 17")
+            << name;
+    EXPECT_EQ(folder.Read("file"), "kept");
+    EXPECT_EQ(folder.Read("source"), "new");
+    EXPECT_FALSE(folder.Has("missing"));
+}
+
+TEST(CopyFile, NeedsASource) {
+    TemporaryFolder const folder;
+    folder.Write("file", "x");
+    folder.MakeLink("missing", "dangling");
+    auto const failure = [&](char const* name) {
+        return FailureOf([&] { CopyFile(folder.Location(name), folder.Location("target")); });
+    };
+    EXPECT_EQ(failure("missing"), "FileNotFoundError 2");
+    EXPECT_EQ(failure("dangling"), "FileNotFoundError 2");
+    EXPECT_EQ(failure("file/below"), "FileNotFoundError 20");
+    EXPECT_FALSE(folder.Has("target"));
+    EXPECT_EQ(FailureOf([&] { CopyFile(folder.Location("file"), folder.Location("missing/target")); }),
+              "FileNotFoundError 2");
+}
+
+TEST(CopyFile, LeavesNothingWhenTheSourceCannotBeOpened) {
+    TemporaryFolder const folder;
+    EXPECT_EQ(FailureOf([&] { CopyFile(FileLocation("/proc/kmsg"_utf8), folder.Location("target")); }),
+              "FileIOError 0");
+    EXPECT_FALSE(folder.Has("target"));
+    folder.Write("file", "x");
+    {
+        FailingCall const failing(SystemCall::Open, EACCES);
+        EXPECT_EQ(FailureOf([&] { CopyFile(folder.Location("file"), folder.Location("target")); }),
+                  "FilePermissionError 13");
+    }
+    EXPECT_FALSE(folder.Has("target"));
+}
+
+TEST(CopyFile, LeavesThePartThatWasWritten) {
+    TemporaryFolder const folder;
+    folder.Write("source", Contents(200000));
+    {
+        FailingCall const failing(SystemCall::Write, ENOSPC, 1, 2);
+        EXPECT_EQ(FailureOf([&] { CopyFile(folder.Location("source"), folder.Location("target")); }),
+                  "FileDiskFullError 28");
+    }
+    EXPECT_TRUE(folder.Read("target") == Contents(131072));
+    EXPECT_TRUE(folder.Read("source") == Contents(200000));
+}
+
+TEST(CopyFile, ReportsAFullFileSystem) {
+    TemporaryFolder const folder;
+    folder.Write("source", Contents(300000));
+    folder.MakeFolder("small");
+    std::string const result = InChild([&] {
+        if (!MountMemoryForThisProcess(folder.Path("small"), 0, "size=262144"))
+            return std::string(cNotAllowed);
+        std::string const failure =
+            FailureOf([&] { CopyFile(folder.Location("source"), folder.Location("small/target")); });
+        bool const isPart =
+            folder.Has("small/target") && Contents(300000).starts_with(folder.Read("small/target"));
+        return failure + (isPart ? ", a part" : ", no part");
+    });
+    if (result == cNotAllowed) GTEST_SKIP() << "A process may not mount a file system of its own here.";
+    EXPECT_EQ(result, "FileDiskFullError 28, a part");
+}
+
+TEST(CopyFile, ReportsAFileThatCannotBeClosed) {
+    TemporaryFolder const folder;
+    folder.Write("source", "x");
+    FailingCall const failing(SystemCall::Close, EIO);
+    EXPECT_EQ(FailureOf([&] { CopyFile(folder.Location("source"), folder.Location("target")); }),
+              "FileIOError 5");
+}
+
+TEST(CopyFile, FollowsALinkToItsFile) {
+    TemporaryFolder const folder;
+    folder.Write("file", "contents");
+    folder.MakeLink("file", "link");
+    CopyFile(folder.Location("link"), folder.Location("target"));
+    EXPECT_EQ(folder.Read("target"), "contents");
+    EXPECT_TRUE(S_ISREG(LinkStatusOf(folder.Path("target")).st_mode));
+}
+
+TEST(CopyFile, CopiesFilesWithoutALength) {
+    TemporaryFolder const folder;
+    CopyFile(FileLocation("/proc/self/status"_utf8), folder.Location("status"));
+    EXPECT_EQ(folder.Read("status").substr(0, 17), "Name:\tfiles_tests");
+
+    ASSERT_EQ(mkfifo(folder.Path("fifo").c_str(), 0600), 0);
+    std::thread writer([&] { folder.Write("fifo", Contents(100000)); });
+    CopyFile(folder.Location("fifo"), folder.Location("target"));
+    writer.join();
+    EXPECT_TRUE(folder.Read("target") == Contents(100000));
+}
+
+TEST(CopyFile, ReportsADirectory) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("directory");
+    folder.Write("directory/file", "x");
+    EXPECT_THROW(CopyFile(folder.Location("directory"), folder.Location("target")), FileIOError);
+}
+
+TEST(CopyFile, MakesTheCopyAsAnyNewFile) {
+    TemporaryFolder const folder;
+    folder.Write("source", "x");
+    ASSERT_EQ(chmod(folder.Path("source").c_str(), 0700), 0);
+    mode_t const before = umask(0027);
+    CopyFile(folder.Location("source"), folder.Location("target"));
+    umask(before);
+    EXPECT_EQ(LinkStatusOf(folder.Path("target")).st_mode & 07777, 0640U);
+}
+
+TEST(ForceCopyFile, ReplacesWhatIsThere) {
+    TemporaryFolder const folder;
+    folder.Write("source", "new");
+    folder.Write("kept", "kept");
+    folder.Write("file", "older and longer");
+    folder.MakeFolder("empty");
+    folder.MakeLink("kept", "link");
+    folder.MakeLink("missing", "dangling");
+    ASSERT_EQ(mkfifo(folder.Path("fifo").c_str(), 0600), 0);
+    for (char const* const name : {"file", "empty", "link", "dangling", "fifo", "absent"}) {
+        ForceCopyFile(folder.Location("source"), folder.Location(name));
+        EXPECT_EQ(folder.Read(name), "new") << name;
+        EXPECT_TRUE(S_ISREG(LinkStatusOf(folder.Path(name)).st_mode)) << name;
+    }
+    EXPECT_EQ(folder.Read("kept"), "kept");
+    EXPECT_FALSE(folder.Has("missing"));
+}
+
+TEST(ForceCopyFile, LeavesADirectoryThatIsNotEmpty) {
+    TemporaryFolder const folder;
+    folder.Write("source", "new");
+    folder.MakeFolder("full");
+    folder.Write("full/file", "kept");
+    EXPECT_EQ(FailureOf([&] { ForceCopyFile(folder.Location("source"), folder.Location("full")); }),
+              "FileIOError 39");
+    EXPECT_EQ(folder.Read("full/file"), "kept");
+}
+
+TEST(ForceCopyFile, NeedsARegularFile) {
+    TemporaryFolder const folder;
+    folder.Write("target", "kept");
+    folder.MakeFolder("directory");
+    folder.MakeLink("missing", "dangling");
+    ASSERT_EQ(mkfifo(folder.Path("fifo").c_str(), 0600), 0);
+    auto const failure = [&](char const* name) {
+        return FailureOf([&] { ForceCopyFile(folder.Location(name), folder.Location("target")); });
+    };
+    EXPECT_EQ(failure("missing"), "FileNotFoundError 2");
+    EXPECT_EQ(failure("dangling"), "FileNotFoundError 2");
+    EXPECT_EQ(failure("directory"), "FileNotFoundError 0");
+    EXPECT_EQ(failure("fifo"), "FileNotFoundError 0");
+    EXPECT_EQ(folder.Read("target"), "kept");
+}
+
+TEST(ForceCopyFile, LosesNothingWhenItCopiesAFileToItself) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("directory");
+    folder.Write("directory/file", "kept");
+    folder.MakeLink("directory", "other-way");
+    ForceCopyFile(folder.Location("directory/file"), folder.Location("directory/file"));
+    EXPECT_EQ(folder.Read("directory/file"), "kept");
+    auto const inode = LinkStatusOf(folder.Path("directory/file")).st_ino;
+    ForceCopyFile(folder.Location("directory/file"), folder.Location("other-way/file"));
+    EXPECT_EQ(folder.Read("directory/file"), "kept");
+    EXPECT_EQ(LinkStatusOf(folder.Path("directory/file")).st_ino, inode);
+    ASSERT_EQ(link(folder.Path("directory/file").c_str(), folder.Path("hard").c_str()), 0);
+    ForceCopyFile(folder.Location("directory/file"), folder.Location("hard"));
+    EXPECT_EQ(folder.Read("directory/file"), "kept");
+    EXPECT_EQ(folder.Read("hard"), "kept");
+    ASSERT_EQ(link(folder.Path("hard").c_str(), folder.Path("harder").c_str()), 0);
+    ForceCopyFile(folder.Location("hard"), folder.Location("hard"));
+    EXPECT_EQ(folder.Read("hard"), "kept");
+    folder.MakeLink("hard", "link");
+    ForceCopyFile(folder.Location("hard"), folder.Location("link"));
+    EXPECT_EQ(folder.Read("hard"), "kept");
+    EXPECT_EQ(folder.Read("link"), "kept");
+}
+
+TEST(MoveFile, MovesFilesDirectoriesAndLinks) {
+    TemporaryFolder const folder;
+    folder.Write("file", "contents");
+    folder.MakeFolder("directory");
+    folder.Write("directory/file", "x");
+    folder.MakeLink("file", "link");
+    folder.MakeLink("missing", "dangling");
+    ASSERT_EQ(mkfifo(folder.Path("fifo").c_str(), 0600), 0);
+    for (char const* const name : {"link", "dangling", "file", "directory", "fifo"}) {
+        std::string const moved = std::string("moved-") + name;
+        auto const inode = LinkStatusOf(folder.Path(name)).st_ino;
+        MoveFile(folder.Location(name), folder.Location(moved));
+        EXPECT_FALSE(folder.Has(name)) << name;
+        EXPECT_EQ(LinkStatusOf(folder.Path(moved)).st_ino, inode) << name;
+    }
+    EXPECT_EQ(folder.Read("moved-file"), "contents");
+    EXPECT_EQ(folder.Read("moved-directory/file"), "x");
+}
+
+TEST(MoveFile, LeavesWhatIsThere) {
+    TemporaryFolder const folder;
+    folder.Write("source", "new");
+    folder.Write("file", "kept");
+    folder.MakeFolder("directory");
+    folder.MakeLink("missing", "dangling");
+    for (char const* const name : {"file", "directory", "dangling", "source"}) {
+        try {
+            MoveFile(folder.Location("source"), folder.Location(name));
+            ADD_FAILURE() << name;
+        } catch (FileIOError const& failure) {
+            EXPECT_EQ(MakeString(failure.uwhat()),
+                      "File error \"11FileIOError\" on \"" + folder.Path(name) + "\"");
+        }
+    }
+    EXPECT_EQ(folder.Read("file"), "kept");
+    EXPECT_EQ(folder.Read("source"), "new");
+}
+
+TEST(MoveFile, ReportsFailures) {
+    TemporaryFolder const folder;
+    folder.Write("file", "x");
+    folder.MakeFolder("directory");
+    auto const failure = [&](char const* source, char const* target) {
+        return FailureOf([&] { MoveFile(folder.Location(source), folder.Location(target)); });
+    };
+    EXPECT_EQ(failure("missing", "target"), "FileNotFoundError 2");
+    EXPECT_EQ(failure("file/below", "target"), "FileNotFoundError 20");
+    EXPECT_EQ(failure("file", "missing/target"), "FileMoveError 2");
+    EXPECT_EQ(failure("directory", "directory/below"), "FileMoveError 22");
+    try {
+        MoveFile(folder.Location("file"), folder.Location("missing/target"));
+        ADD_FAILURE();
+    } catch (FileMoveError const& moved) {
+        EXPECT_EQ(MakeString(moved.uwhat()), "File error \"13FileMoveError\" on \"" + folder.Path("file") +
+                                                 "\" and \"" + folder.Path("missing/target") +
+                                                 "\" : \"Error 0x2%: No such file or directory\"");
+    }
+    EXPECT_EQ(folder.Read("file"), "x");
+}
+
+TEST(MoveFile, CopiesAFileToAnotherFileSystemAndDeletesIt) {
+    TemporaryFolder const here;
+    auto const elsewhere = FolderElsewhere(here);
+    if (!elsewhere) GTEST_SKIP() << cOneFileSystem;
+    here.Write("file", Contents(200000));
+    MoveFile(here.Location("file"), elsewhere->Location("file"));
+    EXPECT_FALSE(here.Has("file"));
+    EXPECT_TRUE(elsewhere->Read("file") == Contents(200000));
+    MoveFile(elsewhere->Location("file"), here.Location("back"));
+    EXPECT_FALSE(elsewhere->Has("file"));
+    EXPECT_TRUE(here.Read("back") == Contents(200000));
+
+    here.MakeLink("back", "link");
+    MoveFile(here.Location("link"), elsewhere->Location("link"));
+    EXPECT_FALSE(here.Has("link"));
+    EXPECT_TRUE(here.Has("back"));
+    EXPECT_EQ(elsewhere->Read("link").size(), 200000U);
+}
+
+TEST(MoveFile, CopiesADirectoryToAnotherFileSystemAndDeletesIt) {
+    for (char const* const locale : {"C", "C.UTF-8", "de_DE.ISO-8859-1"}) {
+        LocaleScope const scope(locale);
+        TemporaryFolder const here;
+        auto const elsewhere = FolderElsewhere(here);
+        if (!elsewhere) GTEST_SKIP() << cOneFileSystem;
+        MakeTree(here, "tree");
+        MoveFile(here.Location("tree"), elsewhere->Location("moved"));
+        EXPECT_FALSE(here.Has("tree")) << locale;
+        ExpectTree(*elsewhere, "moved");
+    }
+}
+
+TEST(MoveFile, LeavesWhatALinkToADirectoryLeadsTo) {
+    TemporaryFolder const here;
+    auto const elsewhere = FolderElsewhere(here);
+    if (!elsewhere) GTEST_SKIP() << cOneFileSystem;
+    MakeTree(here, "tree");
+    here.MakeLink("tree", "link");
+    MoveFile(here.Location("link"), elsewhere->Location("moved"));
+    EXPECT_FALSE(here.Has("link"));
+    EXPECT_EQ(here.Read("tree/file"), "1");
+    ExpectTree(*elsewhere, "moved");
+}
+
+TEST(MoveFile, LeavesInPlaceWhatCannotBeCopiedToAnotherFileSystem) {
+    TemporaryFolder const here;
+    auto const elsewhere = FolderElsewhere(here);
+    if (!elsewhere) GTEST_SKIP() << cOneFileSystem;
+    ASSERT_EQ(mkfifo(here.Path("fifo").c_str(), 0600), 0);
+    here.MakeLink("missing", "dangling");
+    for (char const* const name : {"fifo", "dangling"}) {
+        EXPECT_EQ(FailureOf([&] { MoveFile(here.Location(name), elsewhere->Location("target")); }),
+                  "FileMoveError 18")
+            << name;
+        EXPECT_TRUE(here.Has(name)) << name;
+        EXPECT_FALSE(elsewhere->Has("target")) << name;
+    }
+    here.MakeFolder("tree");
+    here.Write("tree/a", "x");
+    ASSERT_EQ(mkfifo(here.Path("tree/b").c_str(), 0600), 0);
+    EXPECT_EQ(FailureOf([&] { MoveFile(here.Location("tree"), elsewhere->Location("target")); }),
+              "FileItemError 95");
+    EXPECT_TRUE(here.Has("tree/a") && here.Has("tree/b"));
+}
+
+TEST(MoveFile, LeavesBothWhenTheSourceCannotBeDeletedBehindTheCopy) {
+    TemporaryFolder const here;
+    auto const elsewhere = FolderElsewhere(here);
+    if (!elsewhere) GTEST_SKIP() << cOneFileSystem;
+    here.Write("file", "contents");
+    ModeScope const noDeletion(here.Path(), 0555);
+    ModeScope const open(elsewhere->Path(), 0777);
+    EXPECT_EQ(InChild([&] {
+                  if (!BecomeOrdinaryUser()) return std::string(cNotAllowed);
+                  return FailureOf([&] { MoveFile(here.Location("file"), elsewhere->Location("file")); });
+              }),
+              "FilePermissionError 13");
+    EXPECT_EQ(here.Read("file"), "contents");
+    EXPECT_EQ(elsewhere->Read("file"), "contents");
+}
+
+TEST(ForceMoveFile, ReplacesWhatIsThere) {
+    TemporaryFolder const folder;
+    auto const moved = [&](char const* target) {
+        folder.Write("source", "new");
+        ForceMoveFile(folder.Location("source"), folder.Location(target));
+        return !folder.Has("source") && folder.Read(target) == "new" &&
+               S_ISREG(LinkStatusOf(folder.Path(target)).st_mode);
+    };
+    folder.Write("kept", "kept");
+    folder.Write("file", "older and longer");
+    folder.MakeLink("kept", "link");
+    EXPECT_TRUE(moved("absent"));
+    EXPECT_TRUE(moved("file"));
+    EXPECT_TRUE(moved("link"));
+    EXPECT_EQ(folder.Read("kept"), "kept");
+
+    folder.MakeFolder("directory");
+    folder.Write("directory/file", "x");
+    folder.MakeFolder("empty");
+    ForceMoveFile(folder.Location("directory"), folder.Location("empty"));
+    EXPECT_FALSE(folder.Has("directory"));
+    EXPECT_EQ(folder.Read("empty/file"), "x");
+    folder.MakeFolder("another");
+    EXPECT_EQ(FailureOf([&] { ForceMoveFile(folder.Location("another"), folder.Location("empty")); }),
+              "FileIOError 39");
+    EXPECT_EQ(folder.Read("empty/file"), "x");
+}
+
+TEST(ForceMoveFile, TakesAFileAndADirectoryForDifferentThings) {
+    TemporaryFolder const folder;
+    folder.Write("file", "x");
+    folder.MakeFolder("directory");
+    folder.MakeLink("directory", "link");
+    folder.MakeLink("missing", "dangling");
+    ASSERT_EQ(mkfifo(folder.Path("fifo").c_str(), 0600), 0);
+    auto const report = [&](char const* source, char const* target) {
+        try {
+            ForceMoveFile(folder.Location(source), folder.Location(target));
+        } catch (DirectoryFoundError const& failure) {
+            return MakeString(failure.uwhat());
+        }
+        return std::string("nothing");
+    };
+    auto const on = [&](char const* name) {
+        return "File error \"19DirectoryFoundError\" on \"" + folder.Path(name) +
+               "\" : \"Error 0x21%: Is a directory\"";
+    };
+    EXPECT_EQ(report("file", "directory"), on("directory"));
+    EXPECT_EQ(report("directory", "file"), on("directory"));
+    EXPECT_EQ(report("file", "link"), on("link"));
+    EXPECT_EQ(report("file", "fifo"), on("fifo"));
+    EXPECT_EQ(report("fifo", "file"), on("file"));
+    EXPECT_EQ(report("file", "dangling"), on("dangling"));
+    EXPECT_TRUE(folder.Has("file") && folder.Has("directory") && folder.Has("fifo"));
+}
+
+TEST(ForceMoveFile, NeedsASource) {
+    TemporaryFolder const folder;
+    folder.Write("target", "kept");
+    EXPECT_EQ(FailureOf([&] { ForceMoveFile(folder.Location("missing"), folder.Location("target")); }),
+              "FileNotFoundError 2");
+    EXPECT_EQ(folder.Read("target"), "kept");
+}
+
+TEST(ForceMoveFile, LosesNothingWhenItMovesSomethingToItself) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("directory");
+    folder.Write("directory/file", "kept");
+    folder.MakeFolder("directory/empty");
+    folder.MakeLink("directory", "other-way");
+    ForceMoveFile(folder.Location("directory/file"), folder.Location("directory/file"));
+    ForceMoveFile(folder.Location("directory/file"), folder.Location("other-way/file"));
+    EXPECT_EQ(folder.Read("directory/file"), "kept");
+    ForceMoveFile(folder.Location("directory/empty"), folder.Location("other-way/empty"));
+    EXPECT_TRUE(folder.Has("directory/empty"));
+    ASSERT_EQ(link(folder.Path("directory/file").c_str(), folder.Path("hard").c_str()), 0);
+    ForceMoveFile(folder.Location("hard"), folder.Location("hard"));
+    EXPECT_EQ(folder.Read("hard"), "kept");
+    ForceMoveFile(folder.Location("hard"), folder.Location("directory/file"));
+    EXPECT_FALSE(folder.Has("hard"));
+    EXPECT_EQ(folder.Read("directory/file"), "kept");
+}
+
+TEST(ForceMoveFile, ReplacesWhatIsThereOnAnotherFileSystem) {
+    TemporaryFolder const here;
+    auto const elsewhere = FolderElsewhere(here);
+    if (!elsewhere) GTEST_SKIP() << cOneFileSystem;
+    here.Write("file", "new");
+    elsewhere->Write("file", "older and longer");
+    ForceMoveFile(here.Location("file"), elsewhere->Location("file"));
+    EXPECT_FALSE(here.Has("file"));
+    EXPECT_EQ(elsewhere->Read("file"), "new");
+}
+
+TEST(CopyDirectoryContents, CopiesAllFilesAndDirectories) {
+    for (char const* const locale : {"C", "C.UTF-8", "de_DE.ISO-8859-1"}) {
+        LocaleScope const scope(locale);
+        TemporaryFolder const folder;
+        MakeTree(folder, "tree");
+        auto const descriptors = OpenDescriptors();
+        CopyDirectoryContents(folder.Location("tree"), folder.Location("new/copy"));
+        EXPECT_EQ(OpenDescriptors(), descriptors);
+        ExpectTree(folder, "new/copy");
+        EXPECT_TRUE(S_ISLNK(LinkStatusOf(folder.Path("tree/a/link")).st_mode));
+    }
+}
+
+TEST(CopyDirectoryContents, TakesBinaryLocations) {
+    // In this encoding names and their UTF-8 have different bytes.
+    for (char const* const locale : {"C", "C.UTF-8", "de_DE.ISO-8859-1"}) {
+        LocaleScope const scope(locale);
+        TemporaryFolder const folder;
+        MakeTree(folder, "\xE4");
+        auto const binary = [&](char const* name) {
+            std::string const path = folder.Path(name);
+            return FileLocation(UStringRef<Binary8Bit>(Binary8Bit(), MakeConstData(path)));
+        };
+        CopyDirectoryContents(binary("\xE4"), binary("\xF6"));
+        ExpectTree(folder, "\xF6");
+        CopyDirectoryContents(binary("\xE4"), folder.Location("text"));
+        ExpectTree(folder, "text");
+        CopyDirectoryContents(folder.Location("text"), binary("\xFC"));
+        ExpectTree(folder, "\xFC");
+    }
+}
+
+TEST(CopyDirectoryContents, TakesNamesInNoEncodingBelowATextPathOfAnotherEncodingThanUTF8) {
+    LocaleScope const scope("ja_JP.EUC-JP");
+    TemporaryFolder const folder;
+    // Hiragana "a" and "i"; the file has no name in this encoding.
+    folder.MakeFolder("\xA4\xA2");
+    folder.Write("\xA4\xA2/\xFF", "x");
+    FileLocation const source(folder.Path("\xA4\xA2").c_str());
+    FileLocation const target(folder.Path("\xA4\xA4").c_str());
+    ASSERT_FALSE(source.IsBinary() || target.IsBinary());
+    CopyDirectoryContents(source, target);
+    EXPECT_EQ(folder.Read("\xA4\xA4/\xFF"), "x");
+}
+
+TEST(CopyDirectoryContents, AddsToWhatIsThereAndReplacesNothing) {
+    TemporaryFolder const folder;
+    std::filesystem::create_directories(folder.Path("source/a"));
+    folder.Write("source/a/new", "new");
+    std::filesystem::create_directories(folder.Path("target/a"));
+    folder.Write("target/a/file", "kept");
+    CopyDirectoryContents(folder.Location("source"), folder.Location("target"));
+    EXPECT_EQ(folder.Read("target/a/new"), "new");
+    EXPECT_EQ(folder.Read("target/a/file"), "kept");
+
+    folder.Write("source/a/file", "new");
+    std::filesystem::remove(folder.Path("target/a/new"));
+    RecordedWaits const waits;
+    EXPECT_EQ(FailureOf([&] { CopyDirectoryContents(folder.Location("source"), folder.Location("target")); }),
+              "FileExistsError 17");
+    EXPECT_EQ(waits.Waits().size(), 8U);
+    EXPECT_EQ(folder.Read("target/a/file"), "kept");
+}
+
+TEST(CopyDirectoryContents, TriesAFileAgain) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("source");
+    folder.Write("source/file", "x");
+    folder.MakeFolder("target");
+    folder.Write("target/file", "in the way");
+    RecordedWaits const waits([&] { std::filesystem::remove(folder.Path("target/file")); });
+    CopyDirectoryContents(folder.Location("source"), folder.Location("target"));
+    EXPECT_EQ(folder.Read("target/file"), "x");
+    EXPECT_EQ(waits.Waits(), std::vector<unsigned int>{40});
+}
+
+TEST(CopyDirectoryContents, NeedsADirectoryAndAPlaceForIt) {
+    TemporaryFolder const folder;
+    folder.Write("file", "kept");
+    folder.MakeFolder("directory");
+    auto const failure = [&](char const* source, char const* target) {
+        return FailureOf([&] { CopyDirectoryContents(folder.Location(source), folder.Location(target)); });
+    };
+    EXPECT_EQ(failure("missing", "target"), "DirectoryNotFoundError 2");
+    EXPECT_EQ(failure("file", "target"), "DirectoryNotFoundError 20");
+    EXPECT_FALSE(folder.Has("target"));
+    EXPECT_EQ(failure("directory", "file"), "FileFoundError 17");
+    EXPECT_EQ(failure("directory", "file/below"), "FileFoundError 17");
+    EXPECT_EQ(folder.Read("file"), "kept");
+}
+
+TEST(CopyDirectoryContents, ReportsAnItemThatIsNeitherFileNorDirectory) {
+    TemporaryFolder const folder;
+    auto const reportWith = [&](char const* name) {
+        std::string report = "nothing";
+        try {
+            CopyDirectoryContents(folder.Location("source"), folder.Location("target"));
+        } catch (FileItemError const& failure) {
+            report = MakeString(failure.uwhat());
+        }
+        std::filesystem::remove(folder.Path(std::string("source/") + name));
+        std::filesystem::remove_all(folder.Path("target"));
+        return report;
+    };
+    auto const on = [&](char const* name) {
+        return "File error \"13FileItemError\" on \"" + folder.Path(std::string("source/") + name) +
+               "\" : \"Error 0x95%: Operation not supported\"";
+    };
+    folder.MakeFolder("source");
+    ASSERT_EQ(mkfifo(folder.Path("source/fifo").c_str(), 0600), 0);
+    EXPECT_EQ(reportWith("fifo"), on("fifo"));
+    folder.MakeLink("missing", "source/dangling");
+    EXPECT_EQ(reportWith("dangling"), on("dangling"));
+    folder.MakeLink("..", "source/up");
+    EXPECT_EQ(reportWith("up"), on("up"));
+    folder.MakeLink(".", "source/self");
+    EXPECT_EQ(reportWith("self"), on("self"));
+    folder.MakeLink("/dev/zero", "source/device");
+    EXPECT_EQ(reportWith("device"), on("device"));
+    EXPECT_EQ(reportWith("none"), "nothing");
+}
+
+TEST(CopyDirectoryContents, DoesNotCopyACopyIntoItself) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("tree");
+    folder.Write("tree/file", "kept");
+    auto const failure = [&](char const* target) {
+        return FailureOf([&] { CopyDirectoryContents(folder.Location("tree"), folder.Location(target)); });
+    };
+    EXPECT_EQ(failure("tree"), "FileItemError 22");
+    EXPECT_EQ(failure("tree/below/deeper"), "FileItemError 22");
+    EXPECT_FALSE(folder.Has("tree/below/deeper/below/deeper"));
+    folder.MakeLink("tree", "link");
+    EXPECT_EQ(failure("link"), "FileItemError 22");
+    EXPECT_EQ(folder.Read("tree/file"), "kept");
+}
+
+TEST(CopyDirectoryContents, ReportsADirectoryThatCannotBeRead) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("tree");
+    folder.MakeFolder("tree/closed");
+    folder.Write("tree/closed/file", "x");
+    folder.MakeFolder("copies");
+    ModeScope const open(folder.Path(), 0777);
+    ModeScope const noReading(folder.Path("tree/closed"), 0333);
+    ModeScope const openTarget(folder.Path("copies"), 0777);
+    EXPECT_EQ(InChild([&] {
+                  if (!BecomeOrdinaryUser()) return std::string(cNotAllowed);
+                  return FailureOf([&] {
+                      CopyDirectoryContents(folder.Location("tree"), folder.Location("copies/tree"));
+                  });
+              }),
+              "FilePermissionError 13");
+}
+
+TEST(CopyDirectoryContents, GoesAsDeepAsPathsLead) {
+    TemporaryFolder const folder(QuickFolder());
+    folder.MakeFolder("from");
+    std::string path;
+    while (folder.Path("from" + path + "/file").size() + 3 < PATH_MAX) {
+        path += "/d";
+        ASSERT_EQ(mkdir(folder.Path("from" + path).c_str(), 0700), 0);
+    }
+    folder.Write("from" + path + "/file", "deep");
+    CopyDirectoryContents(folder.Location("from"), folder.Location("to"));
+    EXPECT_EQ(folder.Read("to" + path + "/file"), "deep");
+    // Paths of the target may end earlier; nothing is lost without a word then.
+    std::string const longer(50, 'x');
+    EXPECT_EQ(FailureOf([&] { CopyDirectoryContents(folder.Location("from"), folder.Location(longer)); }),
+              "DirectoryNotFoundError 36");
+    DeleteContents(folder.Location());
+}
+
+TEST(CopyDirectoryContents, CopiesTenThousandEntries) {
+    TemporaryFolder const folder(QuickFolder());
+    folder.MakeFolder("many");
+    for (int number = 0; number < 10000; ++number)
+        close(open(folder.Path("many/" + std::to_string(number)).c_str(), O_CREAT | O_WRONLY, 0600));
+    CopyDirectoryContents(folder.Location("many"), folder.Location("copy"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path("copy")),
+                            std::filesystem::directory_iterator()),
+              10000);
+}

@@ -1,0 +1,262 @@
+#include "files/TemporaryLocations.h"
+
+#include "files/DeletingFiles.h"
+#include "files/FileErrors.h"
+#include "files/FileStats.h"
+
+#include "tests/files/FileTestSupport.h"
+#include "tests/support/LocaleScope.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <set>
+#include <sys/stat.h>
+
+namespace {
+
+std::string PathOf(FileLocation const& location) {
+    return MakeString(location.Text());
+}
+
+mode_t ModeOf(FileLocation const& location) {
+    struct stat status = {};
+    EXPECT_EQ(lstat(location.LibPath().c_str(), &status), 0);
+    return status.st_mode;
+}
+
+// Whether it stands directly in the folder, by the hint and six characters.
+bool IsUnique(FileLocation const& location, std::string const& folder, std::string const& hint) {
+    std::string const path = PathOf(location);
+    return path.starts_with(folder + "/" + hint) && path.size() == folder.size() + 1 + hint.size() + 6 &&
+           path.find('/', folder.size() + 1) == std::string::npos && !path.ends_with("XXXXXX");
+}
+
+// Deletes what a test makes in the folder of the system.
+class Deleting {
+public:
+    explicit Deleting(FileLocation const& location) : m_location(location) {}
+    Deleting(Deleting const&) = delete;
+    Deleting& operator=(Deleting const&) = delete;
+    ~Deleting() { ForceNonexistence(m_location); }
+
+private:
+    FileLocation m_location;
+};
+
+struct Date {
+    unsigned int year = 1;
+    unsigned int month = 2;
+    unsigned int day = 3;
+    friend bool operator==(Date const&, Date const&) = default;
+};
+
+Date DateOf(FileLocation const& location) {
+    Date date;
+    GetDateFromNameInFileLocation(location, date.year, date.month, date.day);
+    return date;
+}
+
+} // namespace
+
+TEST(TemporaryFileDirLocation, IsOneDirectoryForTheProcess) {
+    InitializeTemporaryFileDirLocation();
+    EXPECT_EQ(PathOf(TemporaryFileDirLocation()), "/tmp");
+    EXPECT_EQ(&TemporaryFileDirLocation(), &TemporaryFileDirLocation());
+    EXPECT_TRUE(TemporaryFileDirLocation().IsDirectory());
+}
+
+TEST(UISessionDefaultDirectory, StandsBelowTheTemporaryDirectory) {
+    EXPECT_EQ(PathOf(UISessionDefaultDirectory(""_utf8)), "/tmp/VRK/ClientUI");
+    EXPECT_EQ(PathOf(UISessionDefaultDirectory(UStringRef<UTF8>())), "/tmp/VRK/ClientUI");
+    EXPECT_EQ(PathOf(UISessionDefaultDirectory("name"_utf8)), "/tmp/VRK/ClientUI/.name");
+}
+
+TEST(CreateUniqueFileLocation, MakesAnEmptyFileOfANewName) {
+    TemporaryFolder const folder;
+    auto const descriptors = OpenDescriptors();
+    std::set<std::string> paths;
+    for (int count = 0; count < 100; ++count) {
+        FileLocation const location = CreateUniqueFileLocation(folder.Location(), "hint"_utf8);
+        EXPECT_TRUE(IsUnique(location, folder.Path(), "hint")) << PathOf(location);
+        EXPECT_EQ(ModeOf(location), S_IFREG | 0600U);
+        EXPECT_TRUE(paths.insert(PathOf(location)).second);
+    }
+    EXPECT_EQ(OpenDescriptors(), descriptors);
+    EXPECT_TRUE(IsUnique(CreateUniqueFileLocation(folder.Location(), ""_utf8), folder.Path(), ""));
+}
+
+TEST(CreateUniqueFileLocation, MakesAFileInTheRootWithOneSlash) {
+    FileLocation const location = CreateUniqueFileLocation(FileLocation("/"_utf8), "tmp/vrk-hint"_utf8);
+    Deleting const deleting(location);
+    EXPECT_TRUE(IsUnique(location, "/tmp", "vrk-hint")) << PathOf(location);
+}
+
+TEST(CreateUniqueDirLocation, MakesADirectoryOfANewName) {
+    TemporaryFolder const folder;
+    FileLocation const first = CreateUniqueDirLocation(folder.Location(), "hint"_utf8);
+    FileLocation const second = CreateUniqueDirLocation(folder.Location(), "hint"_utf8);
+    EXPECT_TRUE(IsUnique(first, folder.Path(), "hint"));
+    EXPECT_EQ(ModeOf(first), S_IFDIR | 0700U);
+    EXPECT_NE(PathOf(first), PathOf(second));
+}
+
+TEST(CreateUniquePipeLocation, MakesANamedPipeOfANewName) {
+    TemporaryFolder const folder;
+    FileLocation const first = CreateUniquePipeLocation(folder.Location(), "hint"_utf8);
+    FileLocation const second = CreateUniquePipeLocation(folder.Location(), "hint"_utf8);
+    EXPECT_TRUE(IsUnique(first, folder.Path(), "hint"));
+    EXPECT_EQ(ModeOf(first), S_IFIFO | 0600U);
+    EXPECT_NE(PathOf(first), PathOf(second));
+}
+
+TEST(UniqueLocations, StandInTheTemporaryDirectoryByDefault) {
+    FileLocation const file = CreateUniqueFileLocation("vrk-hint"_utf8);
+    Deleting const deletingFile(file);
+    EXPECT_TRUE(IsUnique(file, "/tmp", "vrk-hint"));
+    EXPECT_EQ(ModeOf(file), S_IFREG | 0600U);
+    FileLocation const pipe = CreateUniquePipeLocation("vrk-hint"_utf8);
+    Deleting const deletingPipe(pipe);
+    EXPECT_TRUE(IsUnique(pipe, "/tmp", "vrk-hint"));
+    EXPECT_EQ(ModeOf(pipe), S_IFIFO | 0600U);
+}
+
+TEST(UniqueLocations, ReportFailures) {
+    TemporaryFolder const folder;
+    folder.Write("file", "x");
+    struct {
+        char const* name;
+        FileLocation (*make)(FileLocation const&, UStringRef<UTF8> const&);
+    } const makers[] = {{"file", CreateUniqueFileLocation},
+                        {"directory", CreateUniqueDirLocation},
+                        {"pipe", CreateUniquePipeLocation}};
+    for (auto const& [name, make] : makers) {
+        auto const failure = [&make = make](FileLocation const& directory, std::string const& hint) {
+            return FailureOf([&] { make(directory, MakeUTF8Ref(hint)); });
+        };
+        EXPECT_EQ(failure(folder.Location("missing"), "hint"), "CreateUniqueFileLocationFailed 2") << name;
+        EXPECT_EQ(failure(folder.Location("file"), "hint"), "CreateUniqueFileLocationFailed 20") << name;
+        EXPECT_EQ(failure(folder.Location(), std::string(250, 'x')), "CreateUniqueFileLocationFailed 36")
+            << name;
+        EXPECT_EQ(failure(folder.Location(), std::string(5000, 'x')), "CreateUniqueFileLocationFailed 36")
+            << name;
+        EXPECT_EQ(failure(folder.Location(), std::string("a\0b", 3)), "CreateUniqueFileLocationFailed 22")
+            << name;
+        EXPECT_EQ(failure(FileLocation(), "hint"), "EmptyFileLocationError 0") << name;
+    }
+}
+
+TEST(UniqueLocations, TakeAPathOf4095BytesButNoLongerOne) {
+    // The path leads nowhere, and that is found out only for one that is short enough.
+    auto const failureOfSize = [](std::size_t size) {
+        std::string directory = "/";
+        while (directory.size() + 2 < size - 11) directory += "x/";
+        directory += directory.size() + 1 < size - 11 ? "xx" : "x";
+        std::string const hint(size - directory.size() - 1 - 6, 'h');
+        return FailureOf(
+            [&] { CreateUniqueFileLocation(FileLocation(MakeUTF8Ref(directory)), MakeUTF8Ref(hint)); });
+    };
+    EXPECT_EQ(failureOfSize(4095), "CreateUniqueFileLocationFailed 2");
+    EXPECT_EQ(failureOfSize(4096), "CreateUniqueFileLocationFailed 36");
+}
+
+TEST(UniqueLocations, TakeNamesInTheEncodingOfTheLocale) {
+    LocaleScope const scope("de_DE.ISO-8859-1");
+    TemporaryFolder const folder;
+    FileLocation const location = CreateUniqueFileLocation(folder.Location(), "\xC3\xA4"_utf8);
+    EXPECT_TRUE(IsUnique(location, folder.Path(), "\xC3\xA4"));
+    EXPECT_EQ(std::string(location.LibPath().c_str()).substr(folder.Path().size(), 2), "/\xE4");
+    EXPECT_TRUE(location.Exists());
+    EXPECT_THROW(CreateUniqueFileLocation(folder.Location(), "\xE2\x82\xAC"_utf8),
+                 UnixPlatform::WideToMultiByteConvertError);
+}
+
+TEST(UniqueLocations, StandInBinaryDirectories) {
+    LocaleScope const scope("C");
+    TemporaryFolder const folder;
+    folder.MakeFolder("\xE4");
+    std::string const path = folder.Path("\xE4");
+    FileLocation const directory(UStringRef<Binary8Bit>(Binary8Bit(), MakeConstData(path)));
+    FileLocation const location = CreateUniqueFileLocation(directory, "hint"_utf8);
+    EXPECT_TRUE(MakeString(location.Bytes()).starts_with(path + "/hint"));
+    EXPECT_TRUE(location.Exists());
+
+    LocaleScope const western("de_DE.ISO-8859-1");
+    FileLocation const umlaut = CreateUniqueFileLocation(directory, "\xC3\xBC"_utf8);
+    EXPECT_TRUE(std::string(umlaut.LibPath().c_str()).starts_with(path + "/\xFC"));
+    EXPECT_TRUE(umlaut.Exists());
+}
+
+TEST(CreateUniqueFileLocationWithHint, ChoosesTheDirectoryOrTheOneAbove) {
+    TemporaryFolder const folder;
+    folder.Write("file", "x");
+    auto const make = [&](FileLocation const& location) {
+        return CreateUniqueFileLocationWithHint(location, "hint"_utf8);
+    };
+    EXPECT_TRUE(IsUnique(make(folder.Location()), folder.Path(), "hint"));
+    EXPECT_TRUE(IsUnique(make(folder.Location("file")), folder.Path(), "hint"));
+    EXPECT_TRUE(IsUnique(make(folder.Location("missing")), folder.Path(), "hint"));
+    EXPECT_FALSE(folder.Has("missing"));
+    FileLocation const deep = make(folder.Location("a/b/missing"));
+    EXPECT_TRUE(IsUnique(deep, folder.Path("a/b"), "hint"));
+    EXPECT_TRUE(deep.Exists());
+    EXPECT_EQ(FailureOf([&] { make(folder.Location("file/missing")); }), "FileFoundError 17");
+    EXPECT_EQ(FailureOf([&] { make(FileLocation()); }), "EmptyFileLocationError 0");
+    EXPECT_EQ(FailureOf([&] { make(FileLocation("relative-and-missing"_utf8)); }), "InvalidFileLocation 0");
+}
+
+TEST(LocationForTemporaryFile, GivesANameThatIsFree) {
+    TemporaryFolder const folder;
+    folder.Write("file", "x");
+    FileLocation const location = LocationForTemporaryFile();
+    EXPECT_TRUE(IsUnique(location, "/tmp", "temp"));
+    EXPECT_FALSE(location.Exists());
+    for (FileLocation const& near :
+         {folder.Location(), folder.Location("file"), folder.Location("missing")}) {
+        FileLocation const found = LocationForTemporaryFile(near);
+        EXPECT_TRUE(IsUnique(found, folder.Path(), "temp")) << PathOf(found);
+        EXPECT_FALSE(found.Exists());
+    }
+    EXPECT_EQ(FailureOf([&] { LocationForTemporaryFile(folder.Location("a/b")); }),
+              "CreateUniqueFileLocationFailed 2");
+    EXPECT_EQ(FailureOf([] { LocationForTemporaryFile(FileLocation()); }), "EmptyFileLocationError 0");
+}
+
+TEST(MakeTemporaryFileLocation, MakesAFileByTheHintOrAnother) {
+    FileLocation location;
+    MakeTemporaryFileLocation(location, "vrk-hint"_utf8);
+    Deleting const deleting(location);
+    EXPECT_TRUE(IsUnique(location, "/tmp", "vrk-hint"));
+    EXPECT_TRUE(location.Exists());
+    for (UStringRef<UTF8> const& hint : {""_utf8, UStringRef<UTF8>()}) {
+        FileLocation byDefault;
+        MakeTemporaryFileLocation(byDefault, hint);
+        Deleting const deletingDefault(byDefault);
+        EXPECT_TRUE(IsUnique(byDefault, "/tmp", "varnik")) << PathOf(byDefault);
+        EXPECT_TRUE(byDefault.Exists());
+    }
+}
+
+TEST(GetDateFromNameInFileLocation, ReadsEightDigits) {
+    EXPECT_EQ(DateOf(FileLocation("/logs/20240229"_utf8)), (Date{2024, 2, 29}));
+    EXPECT_EQ(DateOf(FileLocation("/logs/19991231.log"_utf8)), (Date{1999, 12, 31}));
+    EXPECT_EQ(DateOf(FileLocation("000102030405"_utf8)), (Date{1, 2, 3}));
+    EXPECT_EQ(DateOf(FileLocation("99999999"_utf8)), (Date{9999, 99, 99}));
+    std::string const bytes = "/x/20240102\xFF";
+    EXPECT_EQ(DateOf(FileLocation(UStringRef<Binary8Bit>(Binary8Bit(), MakeConstData(bytes)))),
+              (Date{2024, 1, 2}));
+}
+
+TEST(GetDateFromNameInFileLocation, RefusesEveryOtherShape) {
+    for (char const* const path :
+         {"/logs/2024022", "/logs/2024-02-29", "/logs/x20240229", "/20240229/x", "/", "/logs/2024022x",
+          "/logs/x0240229", "/logs/ 20240229", "/logs/+2024022", "/logs/20240229//",
+          "/logs/2024\xD9\xA0"
+          "0229"}) {
+        Date date;
+        EXPECT_THROW(
+            GetDateFromNameInFileLocation(FileLocation(MakeUTF8Ref(path)), date.year, date.month, date.day),
+            IllegalFileName)
+            << path;
+        EXPECT_EQ(date, Date()) << path;
+    }
+}
