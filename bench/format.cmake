@@ -16,6 +16,24 @@ add_custom_command(OUTPUT ${catalogue_folder}/de/LC_MESSAGES/bench.mo
   DEPENDS ${catalogue_folder}/bench.po
   VERBATIM)
 
-vrk_bench(format FormatBench.cpp ${catalogue_folder}/de/LC_MESSAGES/bench.mo)
-target_link_libraries(bench_format PRIVATE vrk_format fmt::fmt)
-target_compile_definitions(bench_format PRIVATE VRK_CATALOGUE_FOLDER="${catalogue_folder}")
+# The same translations as a file of the program and as a catalogue, in three sizes.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+set(translations_folder ${CMAKE_CURRENT_BINARY_DIR}/translations)
+foreach(lines IN ITEMS 1000 10000 100000)
+  set(folder ${translations_folder}/${lines})
+  file(MAKE_DIRECTORY ${folder}/de/LC_MESSAGES)
+  add_custom_command(OUTPUT ${folder}/translations.txt ${folder}/de/LC_MESSAGES/translations.mo
+    COMMAND Python3::Interpreter ${CMAKE_CURRENT_SOURCE_DIR}/make-translations.py
+      ${lines} ${folder}/translations.txt ${folder}/translations.po
+    COMMAND ${VRK_MSGFMT} --output-file=${folder}/de/LC_MESSAGES/translations.mo ${folder}/translations.po
+    DEPENDS make-translations.py
+    VERBATIM)
+  list(APPEND translation_files ${folder}/translations.txt ${folder}/de/LC_MESSAGES/translations.mo)
+endforeach()
+
+vrk_bench(format FormatBench.cpp TranslationsBench.cpp
+  ${catalogue_folder}/de/LC_MESSAGES/bench.mo ${translation_files})
+target_link_libraries(bench_format PRIVATE vrk_translations vrk_format fmt::fmt)
+target_compile_definitions(bench_format PRIVATE
+  VRK_CATALOGUE_FOLDER="${catalogue_folder}"
+  VRK_TRANSLATIONS_FOLDER="${translations_folder}")

@@ -59,11 +59,24 @@ FormatPlusArguments<N + 1> operator%(FormatPlusArguments<N> const& format, UStri
 template <std::size_t N, ExpiringUTF8Text T>
 FormatPlusArguments<N + 1> operator%(FormatPlusArguments<N> const& format, T&& argument) = delete;
 
-// The text as both the key and the default. The translation is chosen here, not when the text is rendered.
+class FormatOverrideContext;
+
+// The translation is chosen here, not when the text is rendered: it is a view into the file that it comes
+// from, and lives as long as that file does.
+
+// The text as both the key and the default, in the context of the process.
 FormatPlusArguments<0> UFormat(char const* text);
-// A key and a default of its own.
+// A key and a default of its own, in the context of the process.
 FormatPlusArguments<0> UFormat(UStringRef<UTF8> const& key, UStringRef<UTF8> const& defaultText);
+// The same in a context of the caller's.
+FormatPlusArguments<0> UFormat(UStringRef<UTF8> const& key, UStringRef<UTF8> const& defaultText,
+                               FormatOverrideContext const& context);
 template <class Key, class Text>
 requires(ExpiringUTF8Text<Key> || ExpiringUTF8Text<Text>) FormatPlusArguments<0> UFormat(Key&& key,
                                                                                          Text&& defaultText)
+= delete;
+template <class Key, class Text>
+requires(ExpiringUTF8Text<Key> ||
+         ExpiringUTF8Text<Text>) FormatPlusArguments<0> UFormat(Key&& key, Text&& defaultText,
+                                                                FormatOverrideContext const& context)
 = delete;

@@ -6,9 +6,18 @@
 // Sleeps whole seconds first and then the rest.
 void MilliSecondSleep(unsigned int milliseconds);
 
-// Tells the service loops of the process to end. Nothing in this program sets it.
+namespace UnixPlatform {
+
+class EventMaster;
+
+} // namespace UnixPlatform
+
+// Tells the service loops of the process to end. Nothing in this program sets either.
 struct ThreadKiller {
     static std::atomic<bool> m_kill;
+    // Made before main and never destroyed. It belongs to the events (foundation/Event.h): who uses it links
+    // them.
+    static UnixPlatform::EventMaster& m_Event;
 };
 
 // One detached thread. The thread frees this object at its end; how long its owner may use it depends on how
