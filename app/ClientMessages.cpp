@@ -2,12 +2,15 @@
 
 #include "app/LocaleNames.h"
 #include "app/ProcessState.h"
+#include "app/SessionDirectory.h"
+#include "app/Translations.h"
 #include "dialogs/ActionRequestDialog.h"
 #include "dialogs/MessageDialogs.h"
 #include "dialogs/QuietModeDialog.h"
 #include "link/ActionRequestXML.h"
 #include "link/InitializationInfo.h"
 #include "link/ProtocolRecords.h"
+#include "text/LocalText.h"
 #include "xml/SimpleXML.h"
 #include "xml/XMLSerialize.h"
 
@@ -126,14 +129,22 @@ FiFoQueue<UIMessage>& pendingMessages = *new FiFoQueue<UIMessage>;
 
 } // namespace
 
-void ProcessMessagesFromClient() {
-    ActionRequestDialogBatch const oneRefresh;
-    FiFoQueue<UIMessage> batch;
+namespace {
+
+void TakeBatch(FiFoQueue<UIMessage>& batch) {
     if (pendingMessages.IsEmpty())
         readQ.ReadMessages(batch);
     else
         batch.Swap(pendingMessages);
+}
+
+} // namespace
+
+void ProcessMessagesFromClient() {
+    ActionRequestDialogBatch const oneRefresh;
     try {
+        FiFoQueue<UIMessage> batch;
+        TakeBatch(batch);
         HandleBatch(batch);
         batch.Swap(pendingMessages);
     } catch (...) {
@@ -141,10 +152,41 @@ void ProcessMessagesFromClient() {
     }
 }
 
+namespace {
+
+// The environment's locale counts when it is a real one; an uninstalled one has no name.
+LocaleNames ChooseLocale(bool useLocale) {
+    if (!useLocale) return {};
+    char const* const name = setlocale(LC_CTYPE, "");
+    if (!IsRealLocale(name)) return {};
+    international = true;
+    return NamesOfLocale(name);
+}
+
+void LoadIfPresent(NullOrConstRef<FileTransfer> const& file) {
+    if (file) AddTranslationFile(LocationInDirectory(m_baseDirectory, file->fileName));
+}
+
+// The general translation is loaded last and so comes first: branding fills in what it lacks.
+void LoadTranslations(InitializationInfo const& info, LocaleNames const& locale) {
+    AutoUString<UTF8> const full = UnixPlatform::ToUTF8(MakeLocalRef(locale.full));
+    AutoUString<UTF8> const language = UnixPlatform::ToUTF8(MakeLocalRef(locale.language));
+    NullOrConstRef<FileTransfer> const brand = info.LocalizedBrandTranslation(full.Ref(), language.Ref());
+    LoadIfPresent(brand ? brand : info.BrandTranslation());
+    LoadIfPresent(info.GeneralLocalization(full.Ref(), language.Ref()));
+}
+
+} // namespace
+
 void ApplyInitializationInfo(InitializationInfo const& info) {
     InitialUISettings const& settings = info.settings;
-    // The environment's locale counts when it is a real one; an uninstalled one has no name.
-    if (settings.useLocale) international = IsRealLocale(setlocale(LC_CTYPE, ""));
+    // What an earlier message that failed has left counts no longer.
+    international = false;
+    DropTranslations();
+    m_baseDirectory = info.baseDirectory;
+    PrepareSessionDirectory(m_baseDirectory);
+    WriteSupportFiles(m_baseDirectory, info.supportFiles);
+    LoadTranslations(info, ChooseLocale(settings.useLocale));
     if (settings.remindTime) m_postponedTo = Instant(*settings.remindTime);
     m_remindInterval = settings.remindInterval;
     m_snoozable = settings.allowSnooze;

@@ -10,7 +10,9 @@ struct InitializationInfo;
 // display; further children of its own document are dropped.
 void ProcessMessagesFromClient();
 
-// Puts the client's settings in force and sets `initialized`, last of all.
+// Lays the client's files down in the session directory, puts the translations among them and the client's
+// settings into force, and sets `initialized`, last of all. Throws what the file operations throw; what was
+// done by then stays done, and the next InitializationInfo begins anew.
 void ApplyInitializationInfo(InitializationInfo const& info);
 
 // Removes the first pending action of that ID; an unknown ID is no error.

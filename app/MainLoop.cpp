@@ -9,6 +9,7 @@
 #include "app/ProcessState.h"
 #include "app/ToolkitCall.h"
 #include "app/ToolkitWarnings.h"
+#include "app/Translations.h"
 #include "app/UserCommands.h"
 #include "app/XHandlers.h"
 #include "dialogs/ActionRequestDialog.h"
@@ -56,7 +57,9 @@ void OpenDisplay(int argumentCount, char** arguments) {
 // The toolkit sets the locale in its own way when it opens the display; translations stay only if what is in
 // force after that is a real locale.
 void CheckLocaleOfToolkit() {
-    if (international && !IsRealLocale(setlocale(LC_CTYPE, nullptr))) international = false;
+    if (!international || IsRealLocale(setlocale(LC_CTYPE, nullptr))) return;
+    international = false;
+    DropTranslations();
 }
 
 void AddActions() {

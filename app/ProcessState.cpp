@@ -13,6 +13,7 @@ UIMessageQueue& readQ = NeverDestroyed<UIMessageQueue>();
 UIMessageQueue& writeQ = NeverDestroyed<UIMessageQueue>();
 UICommandQueue& uiCommandQ = NeverDestroyed<UICommandQueue>();
 ActionRequestList& actions = NeverDestroyed<ActionRequestList>();
+FileLocation& m_baseDirectory = NeverDestroyed<FileLocation>();
 
 Instant m_postponedTo;
 TimeInterval m_remindInterval;

@@ -2,6 +2,7 @@
 
 #include "app/UICommand.h"
 #include "dialogs/ActionRequestList.h"
+#include "files/FileLocation.h"
 #include "link/UIMessageQueue.h"
 #include "time/Instant.h"
 #include "time/TimeInterval.h"
@@ -24,6 +25,9 @@ extern UICommandQueue& uiCommandQ;
 
 // The pending actions, in order of arrival.
 extern ActionRequestList& actions;
+
+// The session directory, which the client names and this process empties and fills.
+extern FileLocation& m_baseDirectory;
 
 // No reminder before this instant.
 extern Instant m_postponedTo;

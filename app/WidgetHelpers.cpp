@@ -58,14 +58,15 @@ std::size_t SizeOfCharacter(char const* begin, char const* end, std::mbstate_t& 
 void CenterDialogOnDisplay(Widget shell) {
     Dimension width = 0;
     Dimension height = 0;
-    XtVaGetValues(shell, XtNwidth, &width, XtNheight, &height, nullptr);
+    Boolean waits = True;
+    XtVaGetValues(shell, XtNwidth, &width, XtNheight, &height, XtNwaitForWm, &waits, nullptr);
     Display* const connection = XtDisplay(shell);
     int const screen = DefaultScreen(connection);
     // The toolkit would search all events that wait for the answer to the move, and would wait for a window
     // manager that hangs.
     XtVaSetValues(shell, XtNwaitForWm, False, XtNx, CenteredPosition(DisplayWidth(connection, screen), width),
                   XtNy, CenteredPosition(DisplayHeight(connection, screen), height), nullptr);
-    XtVaSetValues(shell, XtNwaitForWm, True, nullptr);
+    XtVaSetValues(shell, XtNwaitForWm, waits, nullptr);
 }
 
 void ScrollSelectedItemIntoView(Widget viewport, Widget list) {

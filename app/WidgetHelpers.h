@@ -9,7 +9,9 @@
 // What all dialogs need around their widgets. Everything here belongs to the main thread.
 
 // Puts a shell into the middle of the default screen. The shell is realized, so that it has its size. One
-// that is larger than the screen hangs over equally on both sides: its position is negative.
+// that is larger than the screen hangs over equally on both sides: its position is negative. The answer of
+// the window manager is not waited for: the shell knows its new position when the event that tells it has
+// been served.
 void CenterDialogOnDisplay(Widget shell);
 
 // Scrolls `viewport` so that the selected row of `list`, its child, is the uppermost one shown, or as near to

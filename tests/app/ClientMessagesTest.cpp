@@ -2,17 +2,29 @@
 
 #include "tests/app/ProcessStateFixture.h"
 #include "tests/app/RecordingDialogs.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <cstdlib>
 
 using IDs = std::vector<unsigned long>;
+using Calls = std::vector<std::string>;
+
+namespace {
+
+constexpr char cQuietModeStart[] = "<QuietModeStart><StartTime>Sun, 02 Jan 2011 08:05:09 +0000</StartTime>"
+                                   "<EndTime>Sun, 02 Jan 2011 09:05:09 +0000</EndTime></QuietModeStart>";
+constexpr char cQuietModeEnd[] = "<QuietModeEnd></QuietModeEnd>";
+
+} // namespace
 
 class ClientMessages : public ProcessStateTest {
 protected:
-    static std::string Initialization(std::string const& settings = "") {
-        return "<InitializationInfo><BaseDirectory>/nowhere</BaseDirectory><InitialUISettings>" + settings +
-               "</InitialUISettings></InitializationInfo>";
+    std::string Initialization(std::string const& settings = "") const {
+        return "<InitializationInfo><BaseDirectory>" + m_folder.Path() +
+               "</BaseDirectory><InitialUISettings>" + settings + "</InitialUISettings></InitializationInfo>";
     }
+
+    TemporaryFolder m_folder;
 };
 
 TEST_F(ClientMessages, NothingReceivedChangesNothing) {
@@ -289,28 +301,38 @@ TEST_F(ClientMessages, EachActionUpdatesTheDialogAndCallsForIt) {
     Receive(Document(Action(1) + Action(2)));
     ProcessMessagesFromClient();
     EXPECT_EQ(recordingDialogs.TakeCalls(),
-              (std::vector<std::string>{"Update folded 1", "Show 60000000 true", "Update folded 1,2",
-                                        "Show 60000000 true"}))
+              (Calls{"Update folded 1", "Show 60000000 true", "Update folded 1,2", "Show 60000000 true"}))
         << "neither a postponed reminder nor a quiet period holds back a new action";
     EXPECT_EQ(recordingDialogs.batches, 0);
 }
 
-TEST_F(ClientMessages, WithdrawingAnActionUpdatesTheDialog) {
+TEST_F(ClientMessages, WithdrawingTellsTheDialogsThatTheTypeMeans) {
     struct Case {
         char const* type;
-        std::vector<std::string> calls;
+        Calls calls;
     };
-    for (Case const& test : {Case{"Action", {"Update folded 2"}}, Case{"All", {"Update folded 2"}},
-                             Case{"Offer", {}}, Case{"Message", {}}}) {
+    for (Case const& test : {Case{"<RemoveType>Action</RemoveType>", {"Update folded 2"}},
+                             Case{"<RemoveType>Offer</RemoveType>", {}},
+                             Case{"<RemoveType>Message</RemoveType>", {"RemoveMessage 1"}},
+                             Case{"<RemoveType>All</RemoveType>", {"Update folded 2", "RemoveMessage 1"}},
+                             Case{"<RemoveType>Other</RemoveType>", {"Update folded 2", "RemoveMessage 1"}},
+                             Case{"", {"Update folded 2", "RemoveMessage 1"}}}) {
         actions.clear();
         Receive(Document(Action(1) + Action(2)));
         ProcessMessagesFromClient();
         recordingDialogs.TakeCalls();
-        Receive(Document(std::string("<RemoveRequest><RemoveType>") + test.type +
-                         "</RemoveType><ID>1</ID></RemoveRequest>"));
+        Receive(Document(std::string("<RemoveRequest>") + test.type +
+                         "<ID>1</ID><Deleted>true</Deleted></RemoveRequest>"));
         ProcessMessagesFromClient();
         EXPECT_EQ(recordingDialogs.TakeCalls(), test.calls) << test.type;
     }
+}
+
+TEST_F(ClientMessages, WithdrawingAMessageTellsItsWholeID) {
+    Receive(Document("<RemoveRequest><RemoveType>Message</RemoveType><ID>18446744073709551615</ID>"
+                     "</RemoveRequest><RemoveRequest><RemoveType>Message</RemoveType></RemoveRequest>"));
+    ProcessMessagesFromClient();
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{"RemoveMessage 18446744073709551615", "RemoveMessage 0"}));
 }
 
 TEST_F(ClientMessages, BatchOfDialogRefreshesEndsAlsoWhenADocumentFails) {
@@ -318,44 +340,165 @@ TEST_F(ClientMessages, BatchOfDialogRefreshesEndsAlsoWhenADocumentFails) {
     Receive("");
     ProcessMessagesFromClient();
     EXPECT_EQ(recordingDialogs.batches, 0);
-    EXPECT_EQ(recordingDialogs.TakeCalls(), (std::vector<std::string>{"Update folded 1", "Show 0 true"}));
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{"Update folded 1", "Show 0 true"}));
 }
 
-TEST_F(ClientMessages, QuietPeriodDisablesADialogThatIsShown) {
-    std::string const start = "<QuietModeStart><StartTime>Sun, 02 Jan 2011 08:05:09 +0000</StartTime>"
-                              "<EndTime>Sun, 02 Jan 2011 09:05:09 +0000</EndTime></QuietModeStart>";
-    Receive(Document(start + "<QuietModeEnd></QuietModeEnd>"));
-    ProcessMessagesFromClient();
-    EXPECT_TRUE(recordingDialogs.TakeCalls().empty()) << "nothing is shown";
-
+TEST_F(ClientMessages, QuietPeriodDisablesADialogThatIsShownBehindItsNotice) {
     recordingDialogs.shown = true;
-    Receive(Document(start));
+    Receive(Document(cQuietModeStart));
     ProcessMessagesFromClient();
     EXPECT_TRUE(inQuietMode);
-    EXPECT_EQ(recordingDialogs.TakeCalls(), (std::vector<std::string>{"Disable"}));
-    Receive(Document("<QuietModeEnd></QuietModeEnd>"));
+    EXPECT_EQ(recordingDialogs.TakeCalls(),
+              (Calls{"QuietMode 1293955509000000 1293959109000000", "Disable"}));
+    Receive(Document(cQuietModeEnd));
     ProcessMessagesFromClient();
     EXPECT_FALSE(inQuietMode);
-    EXPECT_EQ(recordingDialogs.TakeCalls(), (std::vector<std::string>{"Update folded ", "Enable"}));
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{"RemoveQuietMode", "Update folded ", "Enable"}));
 }
 
-TEST_F(ClientMessages, QuietPeriodWithBadTimesDisablesNothing) {
-    recordingDialogs.shown = true;
-    Receive(Document("<QuietModeStart><StartTime>x</StartTime></QuietModeStart>"));
+TEST_F(ClientMessages, QuietPeriodWithoutADialogSetsItsFlagAlone) {
+    Receive(Document(cQuietModeStart));
     ProcessMessagesFromClient();
     EXPECT_TRUE(inQuietMode);
-    EXPECT_TRUE(recordingDialogs.TakeCalls().empty());
+    EXPECT_EQ(recordingDialogs.TakeCalls(), Calls{});
+    // A dialog that is shown later brings no notice.
+    Receive(Document(Action(1)));
+    ProcessMessagesFromClient();
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{"Update folded 1", "Show 0 true"}));
+    recordingDialogs.shown = false;
+    Receive(Document(cQuietModeEnd));
+    ProcessMessagesFromClient();
+    EXPECT_FALSE(inQuietMode);
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{"RemoveQuietMode"}))
+        << "there may be a notice all the same";
+}
+
+TEST_F(ClientMessages, QuietPeriodMayBeStartedAndEndedTwice) {
+    recordingDialogs.shown = true;
+    Receive(Document(std::string(cQuietModeStart) + cQuietModeStart + cQuietModeEnd + cQuietModeEnd));
+    ProcessMessagesFromClient();
+    EXPECT_FALSE(inQuietMode);
+    EXPECT_EQ(recordingDialogs.TakeCalls(),
+              (Calls{"QuietMode 1293955509000000 1293959109000000", "Disable",
+                     "QuietMode 1293955509000000 1293959109000000", "Disable", "RemoveQuietMode",
+                     "Update folded ", "Enable", "RemoveQuietMode", "Update folded ", "Enable"}));
+}
+
+TEST_F(ClientMessages, QuietPeriodTakesTheZonesOfItsTimes) {
+    recordingDialogs.shown = true;
+    Receive(Document("<QuietModeStart><StartTime>Sun, 02 Jan 2011 10:05:09 +0200</StartTime>"
+                     "<EndTime>Sun, 02 Jan 2011 04:05:09 -0500</EndTime></QuietModeStart>"));
+    ProcessMessagesFromClient();
+    EXPECT_EQ(recordingDialogs.TakeCalls(),
+              (Calls{"QuietMode 1293955509000000 1293959109000000", "Disable"}));
+}
+
+TEST_F(ClientMessages, QuietPeriodWithBadTimesShowsAndDisablesNothing) {
+    for (char const* const times :
+         {"<StartTime>x</StartTime>", "<EndTime>x</EndTime>",
+          "<StartTime>Sun, 02 Jan 2011 08:05:09 +0000</StartTime><EndTime>x</EndTime>"}) {
+        recordingDialogs.shown = true;
+        inQuietMode = false;
+        Receive(Document(std::string("<QuietModeStart>") + times + "</QuietModeStart>" + Action(1)));
+        ProcessMessagesFromClient();
+        EXPECT_TRUE(inQuietMode) << times;
+        EXPECT_EQ(recordingDialogs.TakeCalls(), Calls{}) << times;
+    }
+}
+
+TEST_F(ClientMessages, QuietPeriodWhoseNoticeFailsIsOnAllTheSame) {
+    recordingDialogs.shown = true;
+    recordingDialogs.failing = "QuietMode";
+    Receive(Document(cQuietModeStart));
+    ProcessMessagesFromClient();
+    EXPECT_TRUE(inQuietMode);
+}
+
+// A note about a running action is as persistent and as much on top as the settings tell; one about a
+// completed action never is.
+TEST_F(ClientMessages, MessageIsShownAsTheSettingsTell) {
+    struct Case {
+        bool persistent;
+        bool topmost;
+        char const* fields;
+        char const* call;
+    };
+    char const* const completed = "<IsCompletionMessage>true</IsCompletionMessage>";
+    char const* const running = "<IsCompletionMessage>false</IsCompletionMessage>";
+    for (Case const& test :
+         {Case{false, false, "", "Message 7"}, Case{true, false, "", "Message 7 persistent"},
+          Case{false, true, "", "Message 7 topmost"}, Case{true, true, "", "Message 7 persistent topmost"},
+          Case{false, false, running, "Message 7"}, Case{true, false, running, "Message 7 persistent"},
+          Case{false, true, running, "Message 7 topmost"},
+          Case{true, true, running, "Message 7 persistent topmost"},
+          Case{false, false, completed, "Message 7"}, Case{true, false, completed, "Message 7"},
+          Case{false, true, completed, "Message 7"}, Case{true, true, completed, "Message 7"}}) {
+        m_enablePersistent = test.persistent;
+        m_enableTopmost = test.topmost;
+        Receive(Document(std::string("<MessageRequest><ID>7</ID>") + test.fields + "</MessageRequest>"));
+        ProcessMessagesFromClient();
+        EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{test.call}))
+            << test.persistent << test.topmost << test.fields;
+    }
+}
+
+TEST_F(ClientMessages, MessageReachesItsDialogWithAllThatItSays) {
+    Receive(Document("<MessageRequest><Title>A title</Title><Message>A message</Message>"
+                     "<ActionState>Running</ActionState><Timeout>PT5S</Timeout><ID>18446744073709551615</ID>"
+                     "</MessageRequest>"));
+    ProcessMessagesFromClient();
+    MessageRequest const& shown = recordingDialogs.lastMessage;
+    EXPECT_TRUE(shown.title == "A title"_utf8);
+    EXPECT_TRUE(shown.message == "A message"_utf8);
+    EXPECT_FALSE(shown.isCompletionMessage);
+    ASSERT_FALSE(shown.timeout.IsNull());
+    EXPECT_EQ(*shown.timeout, TimeInterval::FromMicroseconds(5000000));
+    EXPECT_EQ(shown.id, 18446744073709551615ul);
+}
+
+TEST_F(ClientMessages, ActionRunningTopmostIsForTheMessagesBehindIt) {
+    std::string const message = "<MessageRequest><ID>1</ID></MessageRequest>";
+    Receive(Document(message + "<ActionRunningTopmost><Enabled>true</Enabled></ActionRunningTopmost>" +
+                     message + "<ActionRunningTopmost><Enabled>false</Enabled></ActionRunningTopmost>" +
+                     message));
+    ProcessMessagesFromClient();
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{"Message 1", "Message 1 topmost", "Message 1"}));
+}
+
+TEST_F(ClientMessages, ActionRunningTopmostLeavesThePersistence) {
+    m_enablePersistent = true;
+    Receive(Document("<ActionRunningTopmost><Enabled>true</Enabled></ActionRunningTopmost>"
+                     "<MessageRequest><ID>1</ID></MessageRequest>"));
+    ProcessMessagesFromClient();
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{"Message 1 persistent topmost"}));
+}
+
+TEST_F(ClientMessages, MessageIsShownAndWithdrawnInAQuietPeriod) {
+    inQuietMode = true;
+    Receive(Document("<MessageRequest><ID>1</ID></MessageRequest>"
+                     "<RemoveRequest><RemoveType>Message</RemoveType><ID>1</ID></RemoveRequest>"));
+    ProcessMessagesFromClient();
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{"Message 1", "RemoveMessage 1"}));
+}
+
+TEST_F(ClientMessages, MessageWhoseDialogFailsCostsTheRestOfItsBatch) {
+    recordingDialogs.failing = "Message";
+    Receive(Document("<MessageRequest><ID>1</ID></MessageRequest>" + Action(2)));
+    Receive(Document(Action(3)));
+    ProcessMessagesFromClient();
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{"Message 1"}));
+    EXPECT_TRUE(actions.empty());
 }
 
 TEST_F(ClientMessages, WithdrawingAnUnknownActionUpdatesTheDialogAllTheSame) {
     Receive(Document("<RemoveRequest><RemoveType>Action</RemoveType><ID>9</ID></RemoveRequest>"));
     ProcessMessagesFromClient();
-    EXPECT_EQ(recordingDialogs.TakeCalls(), (std::vector<std::string>{"Update folded "}));
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{"Update folded "}));
 }
 
 TEST_F(ClientMessages, ActionTellsTheDialogWhetherSnoozingIsAllowed) {
     m_snoozable = false;
     Receive(Document(Action(1)));
     ProcessMessagesFromClient();
-    EXPECT_EQ(recordingDialogs.TakeCalls(), (std::vector<std::string>{"Update folded 1", "Show 0 false"}));
+    EXPECT_EQ(recordingDialogs.TakeCalls(), (Calls{"Update folded 1", "Show 0 false"}));
 }

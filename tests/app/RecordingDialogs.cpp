@@ -6,7 +6,6 @@
 #include "dialogs/ConfirmationDialog.h"
 #include "dialogs/MessageDialogs.h"
 #include "dialogs/QuietModeDialog.h"
-#include "link/ProtocolRecords.h"
 
 #include <stdexcept>
 #include <utility>
@@ -92,6 +91,7 @@ void UpdateConfirmationRequestDialog() {
 }
 
 void ShowMessageDialog(MessageRequest const& request, bool persistent, bool topmost) {
+    recordingDialogs.lastMessage = request;
     Record("Message",
            std::to_string(request.id) + (persistent ? " persistent" : "") + (topmost ? " topmost" : ""));
 }

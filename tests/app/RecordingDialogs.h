@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/ProtocolRecords.h"
+
 #include <string>
 #include <vector>
 
@@ -16,6 +18,7 @@ struct RecordingDialogs {
     // The call that throws, by its first word.
     std::string failing;
     int batches = 0;
+    MessageRequest lastMessage;
 
     // Empties the record.
     std::vector<std::string> TakeCalls();

@@ -1,5 +1,7 @@
 #include "tests/session/Documents.h"
 
+#include "tests/support/TemporaryFolder.h"
+
 #include <array>
 #include <cstdio>
 #include <ctime>
@@ -18,10 +20,16 @@ std::string TimeFromNow(long seconds) {
     return text.data();
 }
 
+std::string const& SessionFolder() {
+    static TemporaryFolder const folder;
+    return folder.Path();
+}
+
 std::string Initialization(std::string const& settings) {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ClientToUI>\n\t<InitializationInfo>\n\t\t"
-           "<InitialUISettings>" +
-           settings + "</InitialUISettings>\n\t</InitializationInfo>\n</ClientToUI>";
+           "<BaseDirectory>" +
+           SessionFolder() + "</BaseDirectory><InitialUISettings>" + settings +
+           "</InitialUISettings>\n\t</InitializationInfo>\n</ClientToUI>";
 }
 
 std::string ForcedAction(unsigned long id, std::string const& deadline) {

@@ -8,6 +8,8 @@
 // "Sun, 02 Jan 2011 08:05:09 +0000" for a time so many seconds from now.
 std::string TimeFromNow(long seconds);
 
+// The session directory of the programs of this test process, gone at its end.
+std::string const& SessionFolder();
 std::string Initialization(std::string const& settings = "");
 
 // An action that takes itself at its deadline.

@@ -6,9 +6,13 @@
 #include "app/HiddenWindow.h"
 #include "app/MainLoop.h"
 #include "app/ProcessState.h"
+#include "app/Translations.h"
 #include "dialogs/ActionRequestDialog.h"
+#include "dialogs/MessageDialogs.h"
+#include "link/ProtocolRecords.h"
 #include "tests/session/ClientSession.h"
 #include "tests/session/InToolkit.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <X11/Shell.h>
 #include <X11/StringDefs.h>
@@ -206,22 +210,32 @@ ActionRequest ForcedIn(unsigned long id, long seconds) {
     return request;
 }
 
-// The line above the description in the one dialog on the display.
-std::string ShownTitle() {
+// The shells of all dialogs on the display, the uppermost last.
+std::vector<Widget> ShownShells() {
     Window root = None;
     Window parent = None;
     Window* windows = nullptr;
     unsigned int count = 0;
     XQueryTree(display, DefaultRootWindow(display), &root, &parent, &windows, &count);
-    for (unsigned int index = 0; index < count; ++index) {
-        Widget const shell = XtWindowToWidget(display, windows[index]);
-        Widget const title = shell ? XtNameToWidget(shell, "form.actiontitle") : nullptr;
-        if (!title) continue;
-        String label = nullptr;
-        Arg argument{XtNlabel, reinterpret_cast<XtArgVal>(&label)};
-        XtGetValues(title, &argument, 1);
-        return label;
-    }
+    std::vector<Widget> shells;
+    for (unsigned int index = 0; index < count; ++index)
+        if (Widget const shell = XtWindowToWidget(display, windows[index]); shell && shell != vrkHidden)
+            shells.push_back(shell);
+    if (windows) XFree(windows);
+    return shells;
+}
+
+std::string TextOf(Widget widget, char const* resource) {
+    String text = nullptr;
+    Arg argument{const_cast<char*>(resource), reinterpret_cast<XtArgVal>(&text)};
+    XtGetValues(widget, &argument, 1);
+    return text;
+}
+
+// The line above the description in the action request dialog.
+std::string ShownTitle() {
+    for (Widget const shell : ShownShells())
+        if (Widget const title = XtNameToWidget(shell, "form.actiontitle")) return TextOf(title, XtNlabel);
     return "no dialog";
 }
 
@@ -355,6 +369,96 @@ TEST_F(InToolkit, TickWithoutInitializationOnlyArmsItselfAgain) {
               cAsExpected);
 }
 
+namespace {
+
+// Whether a dialog of that title is shown.
+bool IsShown(std::string const& title) {
+    for (Widget const shell : ShownShells())
+        if (TextOf(shell, XtNtitle) == title) return true;
+    return false;
+}
+
+// What is seen in the moment in which a note is closed.
+std::function<void()> atClosing;
+
+void OnClosing(Widget, XtPointer, XtPointer) {
+    if (atClosing) atClosing();
+}
+
+// Shows a note that the next tick closes.
+void ShowNoteThatIsOver() {
+    MessageRequest note;
+    note.title = SharedUString<UTF8>("A note"_utf8);
+    note.timeout = TimeInterval();
+    ShowMessageDialog(note, false, false);
+    XtAddCallback(ShownShells().back(), XtNdestroyCallback, OnClosing, nullptr);
+}
+
+} // namespace
+
+TEST_F(InToolkit, TickClosesANoteWhoseTimeHasCome) {
+    EXPECT_EQ(Run([] {
+                  initialized = true;
+                  ShowNoteThatIsOver();
+                  bool const shown = IsShown("A note");
+                  Tick();
+                  Finish(shown && !IsShown("A note"));
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TickClosesNotesDuringAQuietPeriodToo) {
+    EXPECT_EQ(Run([] {
+                  initialized = inQuietMode = true;
+                  ShowNoteThatIsOver();
+                  Tick();
+                  Finish(!IsShown("A note"));
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TickClosesNoNoteBeforeInitialization) {
+    EXPECT_EQ(Run([] {
+                  ShowNoteThatIsOver();
+                  Tick();
+                  bool const stayed = IsShown("A note");
+                  initialized = true;
+                  Tick();
+                  Finish(stayed && !IsShown("A note"));
+              }),
+              cAsExpected);
+}
+
+TEST_F(InToolkit, TickClosesNotesBehindTheReminderAndBeforeItTakesForcedActions) {
+    EXPECT_EQ(Report([] {
+                  static std::string seen;
+                  atClosing = [] {
+                      seen += IsActionRequestDialogShown() ? "reminded, " : "not reminded, ";
+                      seen += actions.size() == 2 && writeQ.IsEmpty() ? "nothing taken" : "taken";
+                  };
+                  initialized = true;
+                  actions.push_back(Titled(1));
+                  actions.push_back(ForcedIn(2, -10));
+                  ShowNoteThatIsOver();
+                  Tick();
+                  return seen + (actions.size() == 1 ? ", then taken" : ", then not taken");
+              }),
+              "reminded, nothing taken, then taken");
+}
+
+TEST_F(InToolkit, TickClosesANoteOfTheSameTickWhoseTimeHasCome) {
+    EXPECT_EQ(Run([] {
+                  initialized = true;
+                  readQ.WriteMessage(UIMessage("<r><MessageRequest><ID>1</ID><Title>A note</Title>"
+                                               "<Timeout>PT0S</Timeout></MessageRequest>"
+                                               "<MessageRequest><ID>2</ID><Title>Another</Title>"
+                                               "</MessageRequest></r>"_utf8));
+                  Tick();
+                  Finish(!IsShown("A note") && IsShown("Another"));
+              }),
+              cAsExpected);
+}
+
 TEST_F(InToolkit, TranslationEndsWhenTheToolkitFindsNoRealLocale) {
     setenv("LC_ALL", "C.UTF-8", 1);
     international = true;
@@ -363,4 +467,20 @@ TEST_F(InToolkit, TranslationEndsWhenTheToolkitFindsNoRealLocale) {
     international = false;
     EXPECT_EQ(Run([] { Finish(!international); }), cAsExpected);
     unsetenv("LC_ALL");
+}
+
+TEST_F(InToolkit, TranslationsAreDroppedWithTheLocaleAndOnlyThen) {
+    TemporaryFolder const folder;
+    folder.Write("brand", "OK\tbrand\n");
+    AddTranslationFile(folder.Location("brand"));
+    setenv("LC_ALL", "C.UTF-8", 1);
+    auto const dropped = [] { Finish(m_formatFiles.empty() && m_formatOverrides.empty()); };
+    auto const kept = [] { Finish(m_formatFiles.size() == 1 && m_formatOverrides.size() == 1); };
+    international = true;
+    EXPECT_EQ(Run(dropped, {"-xnllanguage", "C"}), cAsExpected);
+    EXPECT_EQ(Run(kept), cAsExpected);
+    international = false;
+    EXPECT_EQ(Run(kept, {"-xnllanguage", "C"}), cAsExpected) << "branding needs no locale";
+    unsetenv("LC_ALL");
+    DropTranslations();
 }

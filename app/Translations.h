@@ -1,0 +1,20 @@
+#pragma once
+
+#include "format/FormatFile.h"
+#include "format/FormatOverrideScope.h"
+#include "foundation/SharingLink.h"
+
+#include <set>
+
+// The translation files in force. Texts are views into them, so that they stay until the process ends, or
+// until the toolkit finds that there is no locale to translate for. Never destroyed; main thread only.
+extern std::set<SharingPtr<FormatFile>>& m_formatFiles;
+// What keeps each of them in force. A scope goes before its file.
+extern std::set<SharingPtr<FormatOverrideScope>>& m_formatOverrides;
+
+// Loads a translation file and puts it into force, in front of those that are. Throws the errors of files,
+// and nothing has been added then.
+void AddTranslationFile(FileLocation const& location);
+
+// Takes all translations out of force. No text that was made from them may be in use.
+void DropTranslations();

@@ -1,0 +1,180 @@
+#include "app/SessionDirectory.h"
+
+#include "files/FileErrors.h"
+#include "foundation/Exceptions.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/UStringPrinting.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace {
+
+FileTransfer File(UStringRef<UTF8> const& name, char const* content, char const* subFolder = "") {
+    FileTransfer file;
+    file.fileName = FileName(name);
+    file.subFolder = FileName(MakeUTF8Ref(subFolder));
+    file.content = CopiedUString<UTF8>(MakeUTF8Ref(content));
+    return file;
+}
+
+FileLocation Location(std::string const& path) {
+    return FileLocation(MakeUTF8Ref(path));
+}
+
+} // namespace
+
+TEST(SessionDirectory, IsMadeWithItsAncestors) {
+    TemporaryFolder const folder;
+    PrepareSessionDirectory(folder.Location("a/b/c"));
+    EXPECT_TRUE(folder.Location("a/b/c").IsDirectory());
+}
+
+TEST(SessionDirectory, IsEmptiedWhenItStands) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("base");
+    folder.MakeFolder("base/sub");
+    folder.Write("base/sub/file", "x");
+    folder.Write("base/.hidden", "x");
+    PrepareSessionDirectory(folder.Location("base"));
+    EXPECT_TRUE(folder.Has("base"));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path("base")));
+}
+
+TEST(SessionDirectory, EmptyingFollowsNoLinkOutOfIt) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("outside");
+    folder.Write("outside/kept", "x");
+    folder.MakeFolder("base");
+    folder.MakeLink(folder.Path("outside"), "base/link");
+    folder.MakeLink(folder.Path("outside/kept"), "base/file");
+    folder.MakeLink("nowhere", "base/dangling");
+    PrepareSessionDirectory(folder.Location("base"));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path("base")));
+    EXPECT_TRUE(folder.Has("outside/kept"));
+}
+
+TEST(SessionDirectory, TheRootIsRefusedByEveryName) {
+    TemporaryFolder const folder;
+    folder.MakeLink("/", "root");
+    for (std::string const& path :
+         {std::string("/"), std::string("//"), std::string("///"), std::string("/."), std::string("/tmp/.."),
+          folder.Path("root"), folder.Path("root/")})
+        EXPECT_THROW(PrepareSessionDirectory(Location(path)), FilePermissionError) << path;
+}
+
+TEST(SessionDirectory, SomebodyElsesIsRefused) {
+    if (geteuid() != 0) GTEST_SKIP() << "only the superuser can give a directory away";
+    TemporaryFolder const folder;
+    folder.MakeFolder("theirs");
+    folder.Write("theirs/kept", "x");
+    folder.MakeFolder("ours");
+    folder.Write("ours/kept", "x");
+    folder.MakeLink("theirs", "our link");
+    folder.MakeLink("ours", "their link");
+    ASSERT_EQ(chown(folder.Path("theirs").c_str(), 4711, 4711), 0);
+    ASSERT_EQ(lchown(folder.Path("their link").c_str(), 4711, 4711), 0);
+    for (char const* const name : {"theirs", "our link", "their link", "their link//", "their link/.",
+                                   "their link/./", "new/../theirs", "newer/.././theirs"})
+        EXPECT_THROW(PrepareSessionDirectory(folder.Location(name)), FilePermissionError) << name;
+    EXPECT_TRUE(folder.Has("theirs/kept"));
+    EXPECT_TRUE(folder.Has("ours/kept"));
+}
+
+TEST(SessionDirectory, OnesOwnThroughALinkIsEmptied) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("base");
+    folder.Write("base/file", "x");
+    folder.MakeLink("base", "link");
+    PrepareSessionDirectory(folder.Location("link"));
+    EXPECT_FALSE(folder.Has("base/file"));
+    EXPECT_TRUE(folder.Has("base"));
+}
+
+TEST(SessionDirectory, WhatIsNoDirectoryIsRefused) {
+    TemporaryFolder const folder;
+    folder.Write("file", "kept");
+    folder.MakeLink("nowhere", "dangling");
+    EXPECT_THROW(PrepareSessionDirectory(folder.Location("file")), DirectoryNotFoundError);
+    EXPECT_THROW(PrepareSessionDirectory(folder.Location("file/below")), DirectoryNotFoundError);
+    EXPECT_THROW(PrepareSessionDirectory(folder.Location("dangling")), FileIOError);
+    EXPECT_EQ(folder.Read("file"), "kept");
+}
+
+TEST(SessionDirectory, APathThatNamesNothingIsRefused) {
+    EXPECT_THROW(PrepareSessionDirectory(FileLocation()), EmptyFileLocationError);
+    TemporaryFolder const folder;
+    folder.Write("kept", "x");
+    std::string const withNUL = folder.Path() + std::string("\0/base", 6);
+    EXPECT_THROW(PrepareSessionDirectory(Location(withNUL)), IllegalFileName);
+    EXPECT_TRUE(folder.Has("kept"));
+}
+
+TEST(SessionDirectory, APathThatIsNotStrictUTF8IsRefused) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("base");
+    folder.Write("kept", "x");
+    // An overlong "..", an overlong NUL, a byte that begins nothing.
+    for (std::string const name : {"base/\xc0\xae\xc0\xae", "base\xc0\x80", "base\xff"})
+        EXPECT_THROW(PrepareSessionDirectory(folder.Location(name)), IllegalFileName);
+    EXPECT_TRUE(folder.Has("kept"));
+}
+
+TEST(SessionDirectory, APathBeyondTheSystemsLengthFailsAtOnce) {
+    TemporaryFolder const folder;
+    std::string path = folder.Path();
+    while (path.size() < 1000000) path += "/a";
+    try {
+        PrepareSessionDirectory(Location(path));
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (FileIOError const& error) {
+        EXPECT_EQ(error.GetCode(), ENAMETOOLONG);
+    }
+    EXPECT_FALSE(folder.Has("a"));
+    EXPECT_THROW(PrepareSessionDirectory(folder.Location("new/" + std::string(300, 'x'))), FileIOError);
+}
+
+TEST(SupportFilesOnDisk, StandDirectlyInTheDirectoryWhateverTheirSubFolder) {
+    TemporaryFolder const folder;
+    WriteSupportFiles(folder.Location(),
+                      {File("a.txt"_utf8, "QUJD"), File("b.txt"_utf8, "QUI=", "sub/folder"),
+                       File(".hidden"_utf8, ""), File("..."_utf8, "QQ==")});
+    EXPECT_EQ(folder.Read("a.txt"), "ABC");
+    EXPECT_EQ(folder.Read("b.txt"), "AB");
+    EXPECT_TRUE(folder.Has(".hidden"));
+    EXPECT_EQ(folder.Read("..."), "A");
+    EXPECT_FALSE(folder.Has("sub"));
+}
+
+TEST(SupportFilesOnDisk, OfTwoOfOneNameTheLaterStays) {
+    TemporaryFolder const folder;
+    WriteSupportFiles(folder.Location(), {File("a"_utf8, "QUJD"), File("a"_utf8, "QQ==")});
+    EXPECT_EQ(folder.Read("a"), "A");
+}
+
+TEST(SupportFilesOnDisk, ANameThatLeadsElsewhereIsRefused) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("base");
+    folder.MakeFolder("base/sub");
+    std::string const withNUL("a\0b", 3);
+    for (std::string const& name :
+         {std::string(), std::string("."), std::string(".."), std::string("/"), std::string("/etc"),
+          std::string("../x"), std::string("sub/x"), std::string("x/"), std::string("/x"), std::string("//"),
+          withNUL, std::string(1, '\0'), std::string("../"), std::string("./x"),
+          std::string("\xc0\xae\xc0\xae\xc0\xafout"), std::string("a\xc0\x80"), std::string("\xe0\x80\xae"),
+          std::string("a\xff")}) {
+        EXPECT_THROW(WriteSupportFiles(folder.Location("base"), {File(MakeUTF8Ref(name), "QUJD")}),
+                     IllegalFileName)
+            << name;
+        EXPECT_EQ(std::distance(std::filesystem::recursive_directory_iterator(folder.Path()), {}), 2) << name;
+    }
+}
+
+TEST(SupportFilesOnDisk, FilesBeforeTheOneThatFailsAreThere) {
+    TemporaryFolder const folder;
+    EXPECT_THROW(WriteSupportFiles(folder.Location(),
+                                   {File("a"_utf8, "QUJD"), File(".."_utf8, "QQ=="), File("b"_utf8, "QQ==")}),
+                 IllegalFileName);
+    EXPECT_EQ(folder.Read("a"), "ABC");
+    EXPECT_FALSE(folder.Has("b"));
+}
