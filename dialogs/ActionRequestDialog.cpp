@@ -188,6 +188,7 @@ void RefreshIfDue() {
 // dialog any number of times in a batch: after a few refreshes for that, it is left behind, as a disabled
 // dialog may be.
 void RefreshBeforeDisabling() {
+    if (!state.refreshIsDue) return;
     if (state.refreshesInBatch < cMostRefreshesInBatch) RefreshIfDue();
     if (state.batches > 0) ++state.refreshesInBatch;
     state.refreshIsDue = false;

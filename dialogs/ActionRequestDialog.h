@@ -31,8 +31,9 @@ void EnableActionRequestDialog();
 
 // While one exists, updates of the dialog are put off to its end and then made in one: a batch of messages
 // costs a few refreshes and not one a message. Rows, selection, snooze choices and what is enabled become
-// what a refresh after each change would have left. Texts that come and go within a batch are never shown, so
-// that one of them that cannot be converted does no harm.
+// what a refresh after each change would have left; a dialog that is disabled again and again in one batch,
+// with changes in between, may fall behind until it is enabled. Texts that come and go within a batch are
+// never shown, so that one of them that cannot be converted does no harm.
 class ActionRequestDialogBatch {
 public:
     ActionRequestDialogBatch();

@@ -12,9 +12,10 @@
 #include <X11/Xaw/Command.h>
 #include <X11/Xaw/Form.h>
 #include <X11/Xaw/Label.h>
+#include <X11/Xaw/MultiSrc.h>
 #include <algorithm>
+#include <cstdio>
 #include <cwchar>
-#include <memory>
 
 namespace {
 
@@ -22,6 +23,10 @@ namespace {
 constexpr std::size_t cMostCharactersOfButton = cMostCharactersOfWidget / 4;
 // Windows are measured in 16 bits, positions in 15.
 constexpr int cWidestWindow = 32767;
+// A resource that only the toolkit's private headers name.
+char cOpenInputMethod[] = "openIm";
+// Spelled by every encoding and drawn by every font.
+constexpr wchar_t cReplacementCharacter = L'?';
 
 } // namespace
 
@@ -86,7 +91,13 @@ void WidgetArguments::ReadFrom(Widget widget) {
 }
 
 Widget CreateDialogShell(std::string const& title) {
-    return WidgetArguments().Text(XtNtitle, CutForWidget(title)).International().CreateShell();
+    // Nothing is typed into a dialog. Under a locale the toolkit would give each shell an input method of its
+    // own, which costs more time and memory than all the rest of it.
+    return WidgetArguments()
+        .Text(XtNtitle, CutForWidget(title))
+        .Number(cOpenInputMethod, False)
+        .International()
+        .CreateShell();
 }
 
 void RealizeDialog(Widget shell) {
@@ -151,18 +162,34 @@ Widget CreateUnmappedButton(Widget form, char const* name, std::string const& la
 
 namespace {
 
-// Null for a text that is none in the locale's encoding.
-std::unique_ptr<std::wstring> WideText(std::string const& text) {
-    std::mbstate_t shift{};
-    char const* rest = text.c_str();
-    auto wide = std::make_unique<std::wstring>(text.size(), L'\0');
-    std::size_t const length = std::mbsrtowcs(wide->data(), &rest, wide->size(), &shift);
-    if (length == static_cast<std::size_t>(-1)) return nullptr;
-    wide->resize(length);
+// What no text in the locale's encoding has shows as a question mark, byte by byte: one stray byte
+// must not take the rest of the text from the user.
+std::wstring WideText(std::string const& text) {
+    std::wstring wide;
+    wide.reserve(text.size());
+    std::mbstate_t state{};
+    char const* const end = text.data() + text.size();
+    for (char const* next = text.data(); next != end;) {
+        wchar_t character = 0;
+        std::size_t const available = static_cast<std::size_t>(end - next);
+        std::size_t const size = std::mbrtowc(&character, next, available, &state);
+        bool const isCharacter = size != 0 && size <= available;
+        wide.push_back(isCharacter ? character : cReplacementCharacter);
+        next += isCharacter ? size : 1;
+        if (!isCharacter) state = {};
+    }
     return wide;
 }
 
-void ReplacePaneText(Widget pane, std::wstring& text) {
+// A pane finds each line by a walk over the pieces of its text, so that a long text must not lie in many.
+void SetPieceSize(Widget pane, std::size_t characters) {
+    WidgetArguments()
+        .Number(XtNpieceSize, static_cast<long>(std::max<std::size_t>(characters + 1, BUFSIZ)))
+        .ApplyTo(XawTextGetSource(pane));
+}
+
+void ReplacePaneText(Widget pane, std::wstring text) {
+    SetPieceSize(pane, text.size());
     XawTextPosition const end = XawTextSourceScan(XawTextGetSource(pane), 0, XawstAll, XawsdRight, 1, True);
     XawTextBlock block{0, static_cast<int>(text.size()), reinterpret_cast<char*>(text.data()), XawFmtWide};
     WidgetArguments().Number(XtNeditType, XawtextEdit).ApplyTo(pane);
@@ -176,9 +203,8 @@ void ReplacePaneText(Widget pane, std::wstring& text) {
 // An international pane converts what it is given as `string` and frees no part of the conversion; it takes a
 // wide text as it stands.
 void SetPaneText(Widget pane, std::string const& text) {
-    std::unique_ptr<std::wstring> const wide = international ? WideText(text) : nullptr;
-    if (wide)
-        ReplacePaneText(pane, *wide);
+    if (international)
+        ReplacePaneText(pane, WideText(text));
     else
         WidgetArguments().Text(XtNstring, text).ApplyTo(pane);
 }

@@ -9,8 +9,9 @@ struct MessageRequest;
 // counts from now, in place of the former ones. A completion message shows a sentence about the action of
 // that title, any other one its own text.
 //
-// A persistent note has no button: the client, its time-out or its close box ends it. A topmost one asks the
-// window manager to be kept above others. A text that cannot be shown ends the process.
+// A persistent note has no button: the client or its time-out ends it; its close box, like that of every
+// dialog, ends the process. A topmost one asks the window manager to be kept above others. A text that cannot
+// be shown ends the process.
 void ShowMessageDialog(MessageRequest const& request, bool persistent, bool topmost);
 
 // Withdraws the note of that ID; an unknown ID is no error.

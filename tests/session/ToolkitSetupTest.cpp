@@ -393,6 +393,8 @@ protected:
             Widget const shell = MakeAppShell(width, height);
             XtRealizeWidget(shell);
             CenterDialogOnDisplay(shell);
+            // The toolkit hears from the server where the window stands.
+            DispatchPendingEvents();
             Position x = 0;
             Position y = 0;
             XtVaGetValues(shell, XtNx, &x, XtNy, &y, nullptr);
@@ -416,6 +418,26 @@ TEST_F(DialogPosition, IsRoundedTowardsZero) {
     EXPECT_EQ(PositionOf(1023, 767), "0,0");
     EXPECT_EQ(PositionOf(1025, 769), "0,0");
     EXPECT_EQ(PositionOf(1027, 771), "-1,-1");
+}
+
+TEST_F(DialogPosition, IsAskedForWithoutWaitingForAnAnswer) {
+    // A window manager that takes the windows over and never does anything with them.
+    Display* const manager = XOpenDisplay(m_display.Name().c_str());
+    ASSERT_TRUE(manager);
+    XSelectInput(manager, DefaultRootWindow(manager), SubstructureRedirectMask);
+    XSync(manager, False);
+    EXPECT_EQ(Report([] {
+                  Widget const shell = MakeAppShell();
+                  // A minute, which is twice the patience of the test.
+                  XtVaSetValues(shell, XtNwmTimeout, 60000, nullptr);
+                  XtRealizeWidget(shell);
+                  CenterDialogOnDisplay(shell);
+                  Boolean waits = False;
+                  XtVaGetValues(shell, XtNwaitForWm, &waits, nullptr);
+                  return std::string(waits ? "later moves wait" : "later moves do not wait");
+              }),
+              "later moves wait");
+    XCloseDisplay(manager);
 }
 
 // A list in a viewport five rows high.

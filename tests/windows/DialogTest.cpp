@@ -5,6 +5,7 @@
 #include "dialogs/ActionDetailsDialog.h"
 #include "dialogs/ActionRequestDialog.h"
 #include "dialogs/ConfirmationDialog.h"
+#include "dialogs/QuietModeDialog.h"
 #include "tests/session/PrivateDisplay.h"
 #include "tests/windows/ChooseLocale.h"
 
@@ -48,6 +49,7 @@ void CloseDialogs() {
     HideActionRequestDialog();
     HideActionDetailsDialog();
     HideConfirmationRequestDialog();
+    RemoveQuietModeDialog();
 }
 
 void SetSnoozeStateOfAFreshProcess() {

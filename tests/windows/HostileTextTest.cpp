@@ -3,8 +3,11 @@
 #include "dialogs/ActionDetailsDialog.h"
 #include "dialogs/ActionRequestDialog.h"
 #include "dialogs/ConfirmationDialog.h"
+#include "dialogs/MessageDialogs.h"
+#include "link/ProtocolRecords.h"
 
 #include <X11/Shell.h>
+#include <X11/StringDefs.h>
 #include <algorithm>
 
 // Texts that a client may send and that no writer of texts would: the dialogs show what they can and stand.
@@ -61,6 +64,22 @@ TEST_P(HostileText, IsShownByEveryDialog) {
     ShowConfirmationRequestDialog(1);
     Settle();
     EXPECT_EQ(Text(Shell(), XtNtitle), "Confirmation Required");
+    HideConfirmationRequestDialog();
+
+    MessageRequest note;
+    note.title = note.message = SharedUString<UTF8>(MakeUTF8Ref(GetParam().text));
+    ShowMessageDialog(note, false, false);
+    Settle();
+    for (bool const completed : {true, false, true}) {
+        note.isCompletionMessage = completed;
+        ShowMessageDialog(note, false, false);
+        Settle();
+    }
+    EXPECT_EQ(Text(Shell(), XtNtitle), "Varnik notification:");
+    EXPECT_TRUE(Text(Find("form.actionmessage"), XtNstring).starts_with("Action \""))
+        << "bytes that are no text do not take the rest with them";
+    Click(Find("form.dismiss"));
+    EXPECT_EQ(Shell(), nullptr);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -80,4 +99,5 @@ INSTANTIATE_TEST_SUITE_P(
         HostileCase{"ManyBadBytes", Repeated("\xff", 60000)},
         HostileCase{"ManyWords", Repeated("word ", 20000)},
         HostileCase{"ManyWideCharacters", Repeated("\xe4\xb8\xad", 30000)},
-        HostileCase{"ManyTabs", Repeated("\t", 3000)}));
+        HostileCase{"ManyTabs", Repeated("\t", 3000)}, HostileCase{"NulAlone", std::string(1, '\0')},
+        HostileCase{"CutByNul", std::string("before\0after", 12)}));

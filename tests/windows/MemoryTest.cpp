@@ -3,6 +3,9 @@
 #include "dialogs/ActionDetailsDialog.h"
 #include "dialogs/ActionRequestDialog.h"
 #include "dialogs/ConfirmationDialog.h"
+#include "dialogs/MessageDialogs.h"
+#include "dialogs/QuietModeDialog.h"
+#include "link/ProtocolRecords.h"
 
 #include <malloc.h>
 
@@ -16,6 +19,15 @@ std::size_t HeapInUse() {
 }
 
 constexpr std::size_t cNoise = 64 * 1024;
+
+void ShowNote(unsigned long id, char const* title, char const* message) {
+    MessageRequest note;
+    note.id = id;
+    note.title = SharedUString<UTF8>(MakeUTF8Ref(title));
+    note.message = SharedUString<UTF8>(MakeUTF8Ref(message));
+    note.timeout = TimeInterval();
+    ShowMessageDialog(note, false, true);
+}
 
 } // namespace
 
@@ -94,6 +106,64 @@ TEST_F(DialogMemory, StaysFlatOverSmallDialogs) {
                          ShowConfirmationRequestDialog(1);
                          Settle();
                          HideConfirmationRequestDialog();
+                         Settle();
+                     }),
+              cNoise);
+}
+
+TEST_F(DialogMemory, StaysFlatOverMessages) {
+    EXPECT_LE(Growth(1000,
+                     [] {
+                         ShowNote(1, "Title", "A note that comes and goes.");
+                         Settle();
+                         RemoveMessageDialog(1);
+                         Settle();
+                     }),
+              cNoise);
+}
+
+TEST_F(DialogMemory, StaysFlatOverMessagesThatEndTogether) {
+    auto const showAndEnd = [] {
+        for (unsigned long id = 0; id < 20; ++id) ShowNote(id, "Title", "One of many.");
+        Settle();
+        RemoveTimedoutMessageDialogs();
+        Settle();
+    };
+    // Caches take longer to fill when windows come in crowds.
+    for (int round = 0; round < 25; ++round) showAndEnd();
+    EXPECT_LE(Growth(25, showAndEnd), cNoise);
+    EXPECT_TRUE(Shells().empty());
+}
+
+TEST_F(DialogMemory, StaysFlatOverMessagesThatAreDismissed) {
+    EXPECT_LE(Growth(200,
+                     [] {
+                         ShowNote(1, "Title", "A note that is read.");
+                         Click(Find("form.dismiss"));
+                     }),
+              cNoise);
+    EXPECT_TRUE(Shells().empty());
+}
+
+TEST_F(DialogMemory, StaysFlatOverMessagesThatAreRewritten) {
+    ShowNote(1, "Title", "");
+    EXPECT_LE(Growth(1000,
+                     [] {
+                         ShowNote(1, "First", "first");
+                         Settle();
+                         ShowNote(1, "Second", "second, with a longer text than the first one has");
+                         Settle();
+                     }),
+              cNoise);
+    RemoveMessageDialog(1);
+}
+
+TEST_F(DialogMemory, StaysFlatOverQuietPeriods) {
+    EXPECT_LE(Growth(1000,
+                     [] {
+                         ShowQuietModeDialog(Instant(), Instant::FromMicroseconds(cMicrosecondsPerHour));
+                         Settle();
+                         RemoveQuietModeDialog();
                          Settle();
                      }),
               cNoise);

@@ -1,4 +1,4 @@
-#include "tests/windows/DialogTest.h"
+#include "tests/windows/SmallDialogTest.h"
 
 #include "app/WidgetHelpers.h"
 #include "dialogs/ActionDetailsDialog.h"
@@ -22,35 +22,7 @@ void AddWithPreview(unsigned long id, char const* preview) {
 
 } // namespace
 
-class SmallDialog : public DialogTest {
-protected:
-    static void ExpectClasses(std::vector<std::pair<std::string, std::string>> const& parts) {
-        for (auto const& [path, className] : parts) {
-            ASSERT_TRUE(Find(path)) << path;
-            EXPECT_EQ(ClassOf(Find(path)), className) << path;
-            if (path == "form") continue;
-            EXPECT_EQ(Flag(Find(path), "international"), international) << path;
-        }
-        EXPECT_EQ(ClassOf(Shell()), "ApplicationShell");
-    }
-
-    static void ExpectBelow(std::vector<std::pair<std::string, std::string>> const& parts) {
-        for (auto const& [part, above] : parts)
-            EXPECT_EQ(Number(Find("form." + part), "fromVert"), reinterpret_cast<long>(Find("form." + above)))
-                << part;
-    }
-
-    // In the middle of the screen, closed by its close box, and with a bar that both buttons drag.
-    static void ExpectPlaced(Widget pane) {
-        Widget const shell = Shell();
-        EXPECT_EQ(Number(shell, XtNx), (1024 - Number(shell, XtNwidth)) / 2);
-        EXPECT_EQ(Number(shell, XtNy), (768 - Number(shell, XtNheight)) / 2);
-        EXPECT_EQ(Protocols(shell), (std::vector<std::string>{"WM_DELETE_WINDOW"}));
-        ExpectDragsThumb(TextScrollbar(pane));
-    }
-};
-
-class ActionDetailsDialog : public SmallDialog {
+class ActionDetailsDialog : public SmallDialogTest {
 protected:
     static std::string Script() { return Text(Find("form.actiondetails"), XtNstring); }
 };
@@ -61,23 +33,28 @@ TEST_F(ActionDetailsDialog, ShowsTheScriptOfTheAction) {
     EXPECT_EQ(Text(Shell(), XtNtitle), "Action Script Preview");
     EXPECT_EQ(Script(), "wait 5\nreboot");
     EXPECT_EQ(Label("form.ok"), "OK");
-    Widget const pane = Find("form.actiondetails");
-    EXPECT_EQ(Number(pane, XtNwidth), 500);
-    EXPECT_EQ(Number(pane, XtNheight), 100);
-    EXPECT_EQ(Number(pane, "scrollVertical"), 2);
-    EXPECT_EQ(Number(pane, "wrap"), 2);
-    EXPECT_FALSE(Flag(pane, "displayCaret"));
-    EXPECT_EQ(Number(Find("form.ok"), "fromVert"), reinterpret_cast<long>(pane));
-    EXPECT_EQ(Number(Find("form.ok"), "horizDistance"),
-              500 + Number(pane, XtNborderWidth) - Number(Find("form.ok"), XtNwidth));
+}
+
+TEST_F(ActionDetailsDialog, ItsButtonEndsAtTheRightEdgeOfThePane) {
+    AddWithPreview(1, "wait 5");
+    for (char const* const border : {"1", "5"}) {
+        Resource const thicker("*actiondetails.borderWidth", border, "1");
+        ShowActionDetailsDialog(1);
+        EXPECT_EQ(Number(Find("form.actiondetails"), XtNborderWidth), std::stol(border));
+        EXPECT_EQ(Number(Find("form.ok"), "horizDistance"),
+                  std::stol(border) + 500 - Number(Find("form.ok"), XtNwidth));
+        HideActionDetailsDialog();
+    }
 }
 
 TEST_F(ActionDetailsDialog, IsMadeOfNamedWidgets) {
     AddWithPreview(1, "1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n11\n12\n13\n14\n15\n16\n17\n18\n19\n20\n");
     ShowActionDetailsDialog(1);
-    ExpectClasses({{"form", "Form"}, {"form.actiondetails", "Text"}, {"form.ok", "Command"}});
+    ExpectParts({{"actiondetails", "Text"}, {"ok", "Command"}});
     ExpectBelow({{"ok", "actiondetails"}});
-    ExpectPlaced(Find("form.actiondetails"));
+    ExpectPane(Find("form.actiondetails"), 500);
+    ExpectPlaced();
+    ExpectDragsThumb(TextScrollbar(Find("form.actiondetails")));
 }
 
 TEST_F(ActionDetailsDialog, OfSeveralActionsOfOneIDShowsTheOneThatHasDetails) {
@@ -121,7 +98,50 @@ TEST_F(ActionDetailsDialog, ItsButtonClosesItAndTells) {
     HideActionDetailsDialog();
 }
 
-class ConfirmationDialog : public SmallDialog {};
+TEST_F(ActionDetailsDialog, HidingAndUpdatingTellNobody) {
+    HideActionDetailsDialog();
+    UpdateActionDetailsDialog();
+    AddWithPreview(1, "first");
+    ShowActionDetailsDialog(1);
+    actions.clear();
+    AddWithPreview(1, "second");
+    UpdateActionDetailsDialog();
+    EXPECT_EQ(Script(), "first") << "there is nothing in it that changes";
+    HideActionDetailsDialog();
+    EXPECT_EQ(Shell(), nullptr);
+    HideActionDetailsDialog();
+    EXPECT_EQ(Commands(), std::vector<std::string>{});
+}
+
+TEST_F(ActionDetailsDialog, OpensAnewWithWhatIsPendingThen) {
+    AddWithPreview(1, "first");
+    ShowActionDetailsDialog(1);
+    Click(Find("form.ok"));
+    actions.clear();
+    AddWithPreview(1, "second");
+    ShowActionDetailsDialog(1);
+    EXPECT_EQ(Script(), "second");
+}
+
+TEST_F(ActionDetailsDialog, StaysWithItsTextWhenTheActionGoes) {
+    AddWithPreview(1, "first");
+    ShowActionDetailsDialog(1);
+    actions.clear();
+    Settle();
+    EXPECT_EQ(Script(), "first");
+    Click(Find("form.ok"));
+    EXPECT_EQ(Commands(), (std::vector<std::string>{"2 0 0 0"}));
+}
+
+TEST_F(ActionDetailsDialog, IsNotShownWithoutADisplay) {
+    AddWithPreview(1, "first");
+    Display* const opened = std::exchange(display, nullptr);
+    ShowActionDetailsDialog(1);
+    display = opened;
+    EXPECT_EQ(Shell(), nullptr);
+}
+
+class ConfirmationDialog : public SmallDialogTest {};
 
 TEST_F(ConfirmationDialog, ShowsTitleAndMessage) {
     Add({.id = 7, .title = "Restart", .preActionMessage = "Everything is closed."});
@@ -132,12 +152,8 @@ TEST_F(ConfirmationDialog, ShowsTitleAndMessage) {
               "This action requires you to acknowledge the following confirmation message:");
     Widget const pane = Find("form.actionconfirmation");
     EXPECT_EQ(Text(pane, XtNstring), "Everything is closed.");
-    EXPECT_EQ(Number(pane, XtNheight), 100);
-    EXPECT_FALSE(Flag(pane, "displayCaret"));
     EXPECT_EQ(Label("form.ok"), "OK");
     EXPECT_EQ(Label("form.cancel"), "Cancel");
-    EXPECT_EQ(Number(Find("form.actiontitle"), XtNborderWidth), 0);
-    EXPECT_EQ(Number(Find("form.staticlabel"), XtNborderWidth), 0);
 }
 
 TEST_F(ConfirmationDialog, IsMadeOfNamedWidgets) {
@@ -145,22 +161,20 @@ TEST_F(ConfirmationDialog, IsMadeOfNamedWidgets) {
     for (int line = 0; line < 40; ++line) message += "line\n";
     Add({.id = 7, .preActionMessage = message});
     ShowConfirmationRequestDialog(7);
-    ExpectClasses({{"form", "Form"},
-                   {"form.actiontitle", "Label"},
-                   {"form.staticlabel", "Label"},
-                   {"form.actionconfirmation", "Text"},
-                   {"form.cancel", "Command"},
-                   {"form.ok", "Command"}});
+    ExpectParts({{"actiontitle", "Label"},
+                 {"staticlabel", "Label"},
+                 {"actionconfirmation", "Text"},
+                 {"cancel", "Command"},
+                 {"ok", "Command"}});
     ExpectBelow({{"staticlabel", "actiontitle"},
                  {"actionconfirmation", "staticlabel"},
                  {"cancel", "actionconfirmation"},
                  {"ok", "actionconfirmation"}});
+    for (char const* const line : {"form.actiontitle", "form.staticlabel"}) ExpectLine(Find(line));
     Widget const pane = Find("form.actionconfirmation");
-    EXPECT_EQ(Number(pane, "scrollVertical"), 2);
-    EXPECT_EQ(Number(pane, "wrap"), 2);
-    EXPECT_EQ(Number(Find("form.actiontitle"), "justify"), Number(Find("form.staticlabel"), "justify"));
-    EXPECT_EQ(Number(Find("form.actiontitle"), "justify"), XtJustifyLeft);
-    ExpectPlaced(pane);
+    ExpectPane(pane, Number(pane, XtNwidth));
+    ExpectPlaced();
+    ExpectDragsThumb(TextScrollbar(pane));
 }
 
 TEST_F(ConfirmationDialog, OfSeveralActionsOfOneIDShowsTheOneThatAsks) {
@@ -211,14 +225,19 @@ TEST_F(ConfirmationDialog, CanBeAnsweredWhateverTheTitleIs) {
 
 TEST_F(ConfirmationDialog, ItsButtonsEndAtTheRightEdgeOfThePane) {
     Add({.id = 7, .preActionMessage = "Sure?"});
-    ShowConfirmationRequestDialog(7);
-    Widget const pane = Find("form.actionconfirmation");
-    long const border = Number(pane, XtNborderWidth);
-    long const width = Number(pane, XtNwidth);
-    long const cancel = Number(Find("form.cancel"), XtNwidth);
-    long const ok = Number(Find("form.ok"), XtNwidth);
-    EXPECT_EQ(Number(Find("form.cancel"), "horizDistance"), width + border - cancel);
-    EXPECT_EQ(Number(Find("form.ok"), "horizDistance"), width + border - 6 * border - cancel - ok);
+    for (char const* const thickness : {"1", "5"}) {
+        Resource const thicker("*actionconfirmation.borderWidth", thickness, "1");
+        ShowConfirmationRequestDialog(7);
+        long const border = std::stol(thickness);
+        EXPECT_EQ(Number(Find("form.actionconfirmation"), XtNborderWidth), border);
+        long const width = Number(Find("form.actionconfirmation"), XtNwidth);
+        long const cancel = Number(Find("form.cancel"), XtNwidth);
+        long const ok = Number(Find("form.ok"), XtNwidth);
+        EXPECT_EQ(Number(Find("form.cancel"), "horizDistance"), width + border - cancel);
+        EXPECT_EQ(Number(Find("form.ok"), "horizDistance"), width + border - 6 * border - cancel - ok);
+        HideConfirmationRequestDialog();
+        Settle();
+    }
 }
 
 TEST_F(ConfirmationDialog, PaneIsAsWideAsTheWidestCaptionSoFar) {
@@ -277,7 +296,47 @@ TEST_F(ConfirmationDialog, ShowsTheFormerTextsForAnActionThatIsGone) {
     EXPECT_EQ(Commands(), (std::vector<std::string>{"7 9 0 0"}));
 }
 
-TEST_F(SmallDialog, ButtonsSideBySideFitAWindowWhateverTheirLabels) {
+TEST_F(ConfirmationDialog, HidingAndUpdatingTellNobody) {
+    HideConfirmationRequestDialog();
+    UpdateConfirmationRequestDialog();
+    Add({.id = 1, .title = "First", .preActionMessage = "Sure?"});
+    ShowConfirmationRequestDialog(1);
+    actions.clear();
+    Add({.id = 1, .title = "Second", .preActionMessage = "Really?"});
+    UpdateConfirmationRequestDialog();
+    EXPECT_EQ(Label("form.actiontitle"), "First") << "there is nothing in it that changes";
+    HideConfirmationRequestDialog();
+    EXPECT_EQ(Shell(), nullptr);
+    HideConfirmationRequestDialog();
+    EXPECT_EQ(Commands(), std::vector<std::string>{});
+}
+
+TEST_F(ConfirmationDialog, TellsTheIDOfAnActionThatHasGoneMeanwhile) {
+    Add({.id = 3, .preActionMessage = "Sure?"});
+    ShowConfirmationRequestDialog(3);
+    actions.clear();
+    Click(Find("form.ok"));
+    EXPECT_EQ(Commands(), (std::vector<std::string>{"6 3 0 0"}));
+}
+
+TEST_F(ConfirmationDialog, IsNotShownWithoutADisplay) {
+    Add({.id = 1, .preActionMessage = "Sure?"});
+    Display* const opened = std::exchange(display, nullptr);
+    ShowConfirmationRequestDialog(1);
+    display = opened;
+    EXPECT_EQ(Shell(), nullptr);
+}
+
+TEST_F(SmallDialogTest, StandTogether) {
+    Add({.id = 1, .hasPreview = true, .preActionMessage = "Sure?"});
+    ShowActionDetailsDialog(1);
+    ShowConfirmationRequestDialog(1);
+    EXPECT_EQ(Shells().size(), 2u);
+    HideActionDetailsDialog();
+    EXPECT_EQ(Text(Shell(), XtNtitle), "Confirmation Required");
+}
+
+TEST_F(SmallDialogTest, ButtonsSideBySideFitAWindowWhateverTheirLabels) {
     Widget const shell = CreateDialogShell("Title");
     Widget const form = CreateForm(shell);
     int sum = 0;
