@@ -1,105 +1,14 @@
-#include "tools/screen-user/User.h"
-#include "tests/session/ClientSession.h"
+#include "tests/session/UserOfTheProgram.h"
+
 #include "tests/session/Documents.h"
-#include "tests/session/PrivateDisplay.h"
 #include "tests/session/WindowManager.h"
 #include "tests/support/ExpectedDocuments.h"
 
-#include <gtest/gtest.h>
-#include <memory>
 #include <thread>
 
-// The whole program between its client and its user: what the user does at the screen, and what the client
-// hears of it, byte by byte.
+// The window of pending actions, and the ways in which the program ends.
 
 using std::chrono::milliseconds;
-using Texts = std::vector<std::string>;
-
-namespace {
-
-constexpr char cTitle[] = "Varnik Action Requests";
-constexpr char cDetailsTitle[] = "Action Script Preview";
-constexpr char cConfirmationTitle[] = "Confirmation Required";
-
-std::string Element(std::string const& name, std::string const& text) {
-    return "<" + name + ">" + text + "</" + name + ">";
-}
-
-std::string Action(unsigned long id, std::string const& fields = "") {
-    return Element("ActionRequest", Element("ID", std::to_string(id)) +
-                                        Element("Title", "Action " + std::to_string(id)) +
-                                        Element("Cancellable", "true") + fields);
-}
-
-std::string Document(std::string const& children) {
-    return Element("ClientToUI", children);
-}
-
-} // namespace
-
-class UserOfTheProgram : public testing::Test {
-protected:
-    UserOfTheProgram() : m_user(m_server.Name()) {}
-
-    // Starts the program in a locale and brings it to the display.
-    void Start(std::string const& locale = "C", std::string const& settings = "") {
-        ClientSession::Options options;
-        options.display = m_server.Name();
-        options.environment["LC_ALL"] = locale;
-        m_session = std::make_unique<ClientSession>(options);
-        EXPECT_EQ(m_session->ReadDocument(), cReadyForData);
-        m_session->SendDocument(Initialization(Element("RemindInterval", "PT5M") + settings));
-    }
-
-    void Send(std::string const& children) { m_session->SendDocument(Document(children)); }
-
-    // Starts, with these actions pending and the dialog on the screen.
-    void StartWith(std::string const& children) {
-        Start();
-        Send(children);
-        Shell();
-    }
-
-    ScreenUser::WindowID Shell(std::string const& title = cTitle) { return m_user.WaitForWindow(title); }
-
-    ScreenUser::Widget Part(std::string const& path, std::string const& title = cTitle) {
-        return m_user.Find(Shell(title), path);
-    }
-
-    void Click(std::string const& path, std::string const& title = cTitle) {
-        m_user.Click(Part(path, title));
-    }
-
-    void Select(std::size_t row) { m_user.ClickRow(Part("form.viewport."), row); }
-
-    // The next documents that the client hears.
-    Texts Heard(std::size_t count) {
-        Texts documents;
-        for (std::size_t index = 0; index < count; ++index)
-            documents.push_back(m_session->ReadDocument().value_or("nothing"));
-        return documents;
-    }
-
-    // What the client hears after a button has been pressed as often as it takes: one that is not in use does
-    // nothing.
-    std::string HeardAfterClicks(std::string const& path) {
-        for (int click = 0; click < 20; ++click) {
-            Click(path);
-            if (std::optional<std::string> const document = m_session->ReadDocument(milliseconds(1500)))
-                return *document;
-        }
-        return "nothing";
-    }
-
-    // Two ticks go by without a word.
-    void ExpectSilence() { EXPECT_EQ(m_session->ReadDocument(milliseconds(2500)), std::nullopt); }
-
-    void ExpectEnd(int status) { EXPECT_EQ(m_session->WaitForExitStatus(), status); }
-
-    PrivateDisplay m_server;
-    ScreenUser::User m_user;
-    std::unique_ptr<ClientSession> m_session;
-};
 
 TEST_F(UserOfTheProgram, TakesTheSelectedAction) {
     StartWith(Action(1) + Action(2) + Action(3));
@@ -224,61 +133,6 @@ TEST_F(UserOfTheProgram, SeesNoDialogBeforeTheReminderIsDue) {
     EXPECT_EQ(m_user.FindWindow(cTitle), std::nullopt);
 }
 
-TEST_F(UserOfTheProgram, ReadsTheDetails) {
-    StartWith(Action(1, Element("Preview", "wait 5")));
-    Select(0);
-    Click("form.actionDetails");
-    Click("form.ok", cDetailsTitle);
-    m_user.WaitUntilGone(cDetailsTitle);
-    // The window behind is in use again at the next tick.
-    EXPECT_EQ(HeardAfterClicks("form.takeActions"), TakenDocument(1));
-}
-
-TEST_F(UserOfTheProgram, ConfirmsBeforeAnActionIsTaken) {
-    StartWith(Action(1, Element("PreActionMessage", "Sure?")) + Action(2));
-    Select(0);
-    Click("form.takeActions");
-    Shell(cConfirmationTitle);
-    ExpectSilence();
-    Click("form.cancel", cConfirmationTitle);
-    m_user.WaitUntilGone(cConfirmationTitle);
-    ExpectSilence();
-    Click("form.takeActions");
-    Click("form.ok", cConfirmationTitle);
-    EXPECT_EQ(Heard(1), (Texts{TakenDocument(1)}));
-}
-
-TEST_F(UserOfTheProgram, ConfirmsEachOfAllBeforeAnyIsTaken) {
-    std::string const asks = Element("PreActionMessage", "Sure?");
-    StartWith(Action(1, asks) + Action(2) + Action(3, asks));
-    Click("form.takeAllActions");
-    Click("form.ok", cConfirmationTitle);
-    Click("form.cancel", cConfirmationTitle);
-    m_user.WaitUntilGone(cConfirmationTitle);
-    ExpectSilence();
-    Click("form.takeAllActions");
-    Click("form.ok", cConfirmationTitle);
-    Click("form.ok", cConfirmationTitle);
-    EXPECT_EQ(Heard(3), (Texts{TakenDocument(1), TakenDocument(2), TakenDocument(3)}));
-}
-
-TEST_F(UserOfTheProgram, ClosesTheProgramByTheCloseBox) {
-    StartWith(Action(1));
-    m_user.CloseWindow(cTitle);
-    ExpectEnd(0);
-    EXPECT_EQ(m_session->ReadDocument(), std::nullopt) << "closing decides nothing";
-}
-
-TEST_F(UserOfTheProgram, ClosesTheProgramByTheCloseBoxOfASmallDialog) {
-    StartWith(Action(1, Element("Preview", "wait 5") + Element("PreActionMessage", "Sure?")));
-    Select(0);
-    Click("form.takeActions");
-    Shell(cConfirmationTitle);
-    m_user.CloseWindow(cConfirmationTitle);
-    ExpectEnd(0);
-    EXPECT_EQ(m_session->ReadDocument(), std::nullopt);
-}
-
 TEST_F(UserOfTheProgram, FindsTheWindowInTheMiddleUnderAWindowManager) {
     WindowManager const manager(m_server.Name());
     StartWith(Action(1));
@@ -290,18 +144,6 @@ TEST_F(UserOfTheProgram, FindsTheWindowInTheMiddleUnderAWindowManager) {
         << " " << area.y << " " << area.width << " " << area.height;
     m_user.CloseWindow(cTitle);
     ExpectEnd(0);
-}
-
-TEST_F(UserOfTheProgram, IsTakenBackThroughAQuietPeriod) {
-    StartWith(Action(1));
-    Select(0);
-    Send("<QuietModeStart><StartTime>" + TimeFromNow(0) + "</StartTime><EndTime>" + TimeFromNow(60) +
-         "</EndTime></QuietModeStart>");
-    std::this_thread::sleep_for(milliseconds(2500));
-    Click("form.takeActions");
-    ExpectSilence();
-    Send("<QuietModeEnd></QuietModeEnd>");
-    EXPECT_EQ(HeardAfterClicks("form.takeActions"), TakenDocument(1));
 }
 
 TEST_F(UserOfTheProgram, SeesTheDialogGoOnWhenTheClientWithdrawsAnAction) {
@@ -335,23 +177,6 @@ TEST_F(UserOfTheProgram, LosesItWhenASelectedDescriptionCannotBeSpelled) {
     Select(0);
     EXPECT_EQ(Heard(2), (Texts{TextNotConvertibleDocument("ActionRequestDialog"),
                                TextNotConvertibleDocument("ActionRequestDialog")}));
-    ExpectEnd(0);
-}
-
-TEST_F(UserOfTheProgram, LosesItWhenDetailsCannotBeSpelled) {
-    StartWith(Action(1, Element("Preview", "\xc3\xb6")));
-    Select(0);
-    Click("form.actionDetails");
-    EXPECT_EQ(Heard(2), (Texts{TextNotConvertibleDocument("ActionDetailsDialog"),
-                               TextNotConvertibleDocument("ActionDetailsDialog")}));
-    ExpectEnd(0);
-}
-
-TEST_F(UserOfTheProgram, LosesItWhenAConfirmationCannotBeSpelled) {
-    StartWith(Action(1, Element("PreActionMessage", "\xc3\xb6")));
-    Click("form.takeAllActions");
-    EXPECT_EQ(Heard(2), (Texts{TextNotConvertibleDocument("ConfirmationDialog"),
-                               TextNotConvertibleDocument("ConfirmationDialog")}));
     ExpectEnd(0);
 }
 

@@ -71,6 +71,18 @@ TEST(EditresTree, HasWidgetsWithTheirParents) {
     EXPECT_EQ(tree[1].identity, (Identity{0x101, 0x90000002}));
 }
 
+TEST(EditresTree, HasEachWidgetBehindItsParentAlsoWhereSiblingsHaveTheSameNumber) {
+    WidgetTree const tree = ReadTree(Bytes("\0\5"
+                                           "\0\1\0\0\0\1\0\1a\0\1A\0\0\0\2"
+                                           "\0\2\0\0\0\1\0\0\0\7\0\1b\0\1B\0\0\0\2"
+                                           "\0\3\0\0\0\1\0\0\0\7\0\0\0\3\0\1c\0\1C\0\0\0\2"
+                                           "\0\2\0\0\0\1\0\0\0\7\0\1d\0\1D\0\0\0\2"
+                                           "\0\3\0\0\0\1\0\0\0\7\0\0\0\3\0\1e\0\1E\0\0\0\2"));
+    ASSERT_EQ(tree.size(), 5u);
+    EXPECT_EQ(tree[2].parent, 1u);
+    EXPECT_EQ(tree[4].parent, 3u);
+}
+
 TEST(EditresTree, ThatEndsTooEarlyIsRefused) {
     std::size_t const end = cTree.size() - 4; // without the toolkit's name, which nobody needs
     for (std::size_t size = 0; size < end; ++size)

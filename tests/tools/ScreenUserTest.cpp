@@ -195,6 +195,18 @@ TEST_P(UserAtTheScreen, ClicksNothingThatLiesUnderAnotherWindow) {
                 HasSubstr(covered ? "Another window lies over the widget \"greeting\" at " : ""));
 }
 
+TEST_P(UserAtTheScreen, BringsAWindowInFront) {
+    WindowID const window = Start();
+    SampleProcess const other(m_display.Name(), {"Another"});
+    WindowID const inFront = m_user.WaitForWindow("Another");
+    m_user.Raise(inFront);
+    m_user.Raise(window);
+    m_user.Click(m_user.Find(window, "form.greeting"));
+    m_user.Raise(inFront);
+    m_user.Click(m_user.Find(inFront, "form.greeting"));
+    EXPECT_EQ(Complaint([&] { m_hasty.Raise(cNoWindow); }), "The window \"\" does not come in front.");
+}
+
 TEST_P(UserAtTheScreen, SeesAndPressesWhatPopsUp) {
     WindowID const window = Start();
     m_user.Click(m_user.Find(window, "form.popupButton"));

@@ -124,6 +124,9 @@ std::optional<std::string> Client::TakeAnswer(xcb_selection_notify_event_t const
         throw UserError("The program has taken its answer about its widgets back.");
     auto const value = m_connection.Property(m_connection.OwnWindow(), notice.property);
     xcb_delete_property(m_connection.Get(), m_connection.OwnWindow(), notice.property);
+    // The toolkit over there ties this side's window to the shell until it hears of that, and breaks down
+    // when the shell goes before.
+    m_connection.Sync();
     if (!value) return std::nullopt;
     if (value->type != m_connection.Atom(cValueType))
         throw UserError("The program's answer about its widgets is too long to be read.");

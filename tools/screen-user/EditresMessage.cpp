@@ -146,7 +146,9 @@ WidgetTree ReadTree(std::string_view content) {
         widget.className = reader.Text();
         widget.window = ReadWindow(reader);
         widget.parent = ParentOf(widget.identity, known);
-        known.emplace(widget.identity, tree.size());
+        // The numbers of two siblings may be the same, being halves of addresses. The later one's own widgets
+        // follow it.
+        known.insert_or_assign(widget.identity, tree.size());
         tree.push_back(std::move(widget));
     }
     return tree;

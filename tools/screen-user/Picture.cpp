@@ -26,9 +26,10 @@ int RunProgram(std::vector<std::string> command) {
 
 } // namespace
 
-void TakePicture(std::string const& display, std::string const& file, WindowID window) {
+void TakePicture(std::string const& display, std::string const& file, WindowID window, WindowFrame frame) {
     std::vector<std::string> command{"import", "-window",
                                      window == cNoWindow ? "root" : std::to_string(window)};
+    if (frame == WindowFrame::Included) command.push_back("-frame");
     if (!display.empty()) command.insert(command.end(), {"-display", display});
     command.push_back(file);
     if (RunProgram(command) != 0)

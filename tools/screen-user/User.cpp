@@ -283,6 +283,15 @@ void User::DragThumb(Widget const& bar, ListRows const& rows, std::size_t row) {
     ReleaseButton(*m_connection, cThumbButton);
 }
 
+void User::Raise(WindowID window) {
+    RaiseWindow(*m_connection, window);
+    auto const look = [&]() -> std::optional<bool> {
+        auto const area = AreaOf(window);
+        return area && IsOnTopAt(*m_connection, window, MiddleOf(*area)) ? std::optional(true) : std::nullopt;
+    };
+    WaitFor(look, PatienceEnd(), "The window " + Quoted(Title(window)) + " does not come in front.");
+}
+
 void User::MoveTo(Point point) {
     MovePointer(*m_connection, point);
 }

@@ -99,6 +99,10 @@ public:
     // shows the list's own name.
     std::size_t RowsOf(Widget const& list);
 
+    // Brings a window in front of the others, as far as a window manager lets it, and waits until the middle
+    // of it is in sight.
+    void Raise(WindowID window);
+
     // All points below are of the screen.
     void MoveTo(Point point);
     void ClickAt(Point point, unsigned button = 1);

@@ -131,6 +131,12 @@ bool IsOnTopAt(Connection& connection, WindowID window, Point point) {
     return false;
 }
 
+void RaiseWindow(Connection& connection, WindowID window) {
+    std::uint32_t const mode = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(connection.Get(), window, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
+    connection.Sync();
+}
+
 bool AskToClose(Connection& connection, WindowID window) {
     xcb_atom_t const protocols = connection.Atom("WM_PROTOCOLS");
     xcb_atom_t const close = connection.Atom("WM_DELETE_WINDOW");

@@ -30,6 +30,8 @@ Area VisibleAreaOf(Connection& connection, WindowID window);
 // Whether the topmost window at that point of the screen is this one or lies in it.
 bool IsOnTopAt(Connection& connection, WindowID window, Point point);
 
+// Asks for the window to stand above the others; a window manager has the last word.
+void RaiseWindow(Connection& connection, WindowID window);
 // Sends the window the message of a close box; false when it does not take part in that protocol.
 bool AskToClose(Connection& connection, WindowID window);
 

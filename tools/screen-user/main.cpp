@@ -18,6 +18,7 @@ struct CommandLine {
     std::string text;
     unsigned button = 1;
     std::size_t row = 0;
+    bool frame = false;
 };
 
 ScreenUser::User MakeUser(CommandLine const& line) {
@@ -69,7 +70,9 @@ void Close(CommandLine const& line) {
 void Picture(CommandLine const& line) {
     ScreenUser::WindowID const window =
         line.title.empty() ? ScreenUser::cNoWindow : MakeUser(line).WaitForWindow(line.title);
-    ScreenUser::TakePicture(line.display, line.file, window);
+    ScreenUser::TakePicture(line.display, line.file, window,
+                            line.frame ? ScreenUser::WindowFrame::Included
+                                       : ScreenUser::WindowFrame::LeftOut);
 }
 
 class Commands {
@@ -132,7 +135,10 @@ void DescribeCommands(Commands& commands, CommandLine& line) {
     commands.AddForWindow("close", "Asks the window to close, as its close box does", Close);
     CLI::App* const picture = commands.Add("picture", "Keeps a picture of the screen", Picture);
     picture->add_option("file", line.file, "Where; the ending tells the form, such as .png")->required();
-    picture->add_option("-w,--window", line.title, "The title of a window, for a picture of that alone");
+    CLI::Option* const window =
+        picture->add_option("-w,--window", line.title, "The title of a window, for a picture of that alone");
+    picture->add_flag("-f,--frame", line.frame, "With the frame that the window manager puts around it")
+        ->needs(window);
 }
 
 } // namespace
