@@ -3,6 +3,7 @@
 #include "dialogs/ActionRequestDialog.h"
 #include "dialogs/MessageDialogs.h"
 #include "dialogs/QuietModeDialog.h"
+#include "format/FormatOverrideScope.h"
 #include "tests/support/LocalZone.h"
 
 #include <X11/Shell.h>
@@ -42,6 +43,18 @@ TEST_F(QuietModeDialog, TellsNoDatesOfAPeriodOverMidnight) {
     ShowQuietModeDialog(At(22, 15), At(24 + 6, 0));
     EXPECT_EQ(Label("form.staticlabel"),
               "Your administrator has disabled this feature between 22:15:00 and 06:00:00.");
+}
+
+TEST_F(QuietModeDialog, ShowsAMarkerForATranslationThatTheLocaleCannotSpell) {
+    FormatOverrideSet const set("Your administrator has disabled this feature between {start} and {end}.\t"
+                                "{start} \xe2\x80\x93 {end}"_utf8,
+                                ""_utf8);
+    FormatOverrideScope const inForce(set, GlobalFormatOverrideContext());
+    ShowQuietModeDialog(At(8, 0), At(17, 30));
+    EXPECT_EQ(Label("form.staticlabel"),
+              international ? "08:00:00 \xe2\x80\x93 17:30:00" : "<Invalid String>");
+    Click(Find("form.ok"));
+    EXPECT_EQ(Shell(), nullptr);
 }
 
 TEST_F(QuietModeDialog, CanBeReadAndClosedWhateverTheTimesAre) {

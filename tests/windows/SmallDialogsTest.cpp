@@ -4,6 +4,7 @@
 #include "dialogs/ActionDetailsDialog.h"
 #include "dialogs/ConfirmationDialog.h"
 #include "dialogs/DialogParts.h"
+#include "format/FormatOverrideScope.h"
 
 #include <X11/Shell.h>
 #include <X11/StringDefs.h>
@@ -261,6 +262,27 @@ TEST_F(ConfirmationDialog, PaneIsAsWideAsTheWidestCaptionSoFar) {
     ShowConfirmationRequestDialog(7);
     EXPECT_LT(Number(Find("form.staticlabel"), XtNwidth), wide);
     EXPECT_EQ(Number(Find("form.actionconfirmation"), XtNwidth), wide) << "it never shrinks";
+}
+
+TEST_F(ConfirmationDialog, ALongTranslatedCaptionWidensThePaneForGood) {
+    std::string const entry =
+        "This action requires you to acknowledge the following confirmation message:\t" +
+        std::string(150, 'm');
+    FormatOverrideSet const set(MakeUTF8Ref(entry), UStringRef<UTF8>());
+    Add({.id = 7, .preActionMessage = "Sure?"});
+    long wide = 0;
+    {
+        FormatOverrideScope const inForce(set, GlobalFormatOverrideContext());
+        ShowConfirmationRequestDialog(7);
+        wide = Number(Find("form.staticlabel"), XtNwidth);
+        EXPECT_GE(wide, 150);
+        EXPECT_GE(Number(Find("form.actionconfirmation"), XtNwidth), wide);
+        HideConfirmationRequestDialog();
+        Settle();
+    }
+    ShowConfirmationRequestDialog(7);
+    EXPECT_LT(Number(Find("form.staticlabel"), XtNwidth), wide);
+    EXPECT_GE(Number(Find("form.actionconfirmation"), XtNwidth), wide);
 }
 
 TEST_F(ConfirmationDialog, AnswersCloseItAndTellTheID) {
