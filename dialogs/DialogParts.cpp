@@ -181,19 +181,26 @@ std::wstring WideText(std::string const& text) {
     return wide;
 }
 
-// A pane finds each line by a walk over the pieces of its text, so that a long text must not lie in many.
-void SetPieceSize(Widget pane, std::size_t characters) {
+void ReplaceAll(Widget pane, std::wstring& text) {
+    XawTextPosition const end = XawTextSourceScan(XawTextGetSource(pane), 0, XawstAll, XawsdRight, 1, True);
+    XawTextBlock block{0, static_cast<int>(text.size()), reinterpret_cast<char*>(text.data()), XawFmtWide};
+    XawTextReplace(pane, 0, end, &block);
+}
+
+// A pane finds each line by a walk over the pieces of its text, so that a long text must not lie in many. A
+// change of the size makes the pieces anew, which loses memory for what is in them.
+void SetPieceSizeOfEmpty(Widget pane, std::size_t characters) {
     WidgetArguments()
         .Number(XtNpieceSize, static_cast<long>(std::max<std::size_t>(characters + 1, BUFSIZ)))
         .ApplyTo(XawTextGetSource(pane));
 }
 
 void ReplacePaneText(Widget pane, std::wstring text) {
-    SetPieceSize(pane, text.size());
-    XawTextPosition const end = XawTextSourceScan(XawTextGetSource(pane), 0, XawstAll, XawsdRight, 1, True);
-    XawTextBlock block{0, static_cast<int>(text.size()), reinterpret_cast<char*>(text.data()), XawFmtWide};
+    std::wstring nothing;
     WidgetArguments().Number(XtNeditType, XawtextEdit).ApplyTo(pane);
-    XawTextReplace(pane, 0, end, &block);
+    ReplaceAll(pane, nothing);
+    SetPieceSizeOfEmpty(pane, text.size());
+    ReplaceAll(pane, text);
     WidgetArguments().Number(XtNeditType, XawtextRead).ApplyTo(pane);
     XawTextSetInsertionPoint(pane, 0);
 }
