@@ -7,7 +7,8 @@
 #include <set>
 
 // The translation files in force. Texts are views into them, so that they stay until the process ends, or
-// until the toolkit finds that there is no locale to translate for. Never destroyed; main thread only.
+// until the next InitializationInfo after one that failed, or until the toolkit finds that there is no locale
+// to translate for; all of that is before the first dialog. Never destroyed; main thread only.
 extern std::set<SharingPtr<FormatFile>>& m_formatFiles;
 // What keeps each of them in force. A scope goes before its file.
 extern std::set<SharingPtr<FormatOverrideScope>>& m_formatOverrides;
@@ -16,5 +17,6 @@ extern std::set<SharingPtr<FormatOverrideScope>>& m_formatOverrides;
 // and nothing has been added then.
 void AddTranslationFile(FileLocation const& location);
 
-// Takes all translations out of force. No text that was made from them may be in use.
+// Takes all translations out of force. No text that was made from them may be in use, and the sentences about
+// pending actions keep theirs from their first use on: only before the first dialog.
 void DropTranslations();

@@ -31,8 +31,12 @@ constexpr wchar_t cReplacementCharacter = L'?';
 } // namespace
 
 void EndForDialogFailure(char const* dialogName) {
-    SendErrorToClient(
-        ClientUIErrorMessage(ClientUIErrorMessage::TextNotConvertible, MakeUTF8Ref(dialogName)));
+    try {
+        SendErrorToClient(
+            ClientUIErrorMessage(ClientUIErrorMessage::TextNotConvertible, MakeUTF8Ref(dialogName)));
+    } catch (...) {
+        // Without memory for the word there is still the end.
+    }
     ExitCleanup(0, "TranscodeError");
 }
 

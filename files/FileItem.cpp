@@ -12,6 +12,8 @@
 namespace UnixPlatform {
 
 int FileItem::Set(FileLocation&& location) {
+    // Whatever throws from here on, the location and the status belong together.
+    m_info = UnixFileInfo();
     m_location = std::move(location);
     return m_info.Set(m_location);
 }

@@ -200,12 +200,11 @@ void FileLoop::InspectorStart(FileLocation const& directory, UStringRef<UTF8> co
 
 void FileLoop::StartIn(FileLocation const& directory, UStringRef<UTF8> const& pattern,
                        bool danglingLinkIsTolerated, bool firstFlag, bool secondFlag) {
-    m_started = !directory.empty() && directory.IsDirectory();
-    if (m_started) {
-        UnixPlatform::FileLoop::Start(directory, pattern, danglingLinkIsTolerated, firstFlag, secondFlag);
-    } else {
-        init();
-    }
+    m_started = false;
+    init();
+    if (directory.empty() || !directory.IsDirectory()) return;
+    UnixPlatform::FileLoop::Start(directory, pattern, danglingLinkIsTolerated, firstFlag, secondFlag);
+    m_started = true;
 }
 
 void FileLoop::RequireStart() const {

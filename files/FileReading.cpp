@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 #include <utility>
 
@@ -31,6 +32,12 @@ UnixPlatform::FileReadingPath const& ClosedPath() {
 // no offsets at all.
 bool MeansUnseekable(int code) {
     return code == EINVAL || code == ESPIPE;
+}
+
+// Whether a read would not wait: there are bytes, or there is the end.
+bool HasMoreNow(int descriptor) {
+    pollfd waited{descriptor, POLLIN, 0};
+    return poll(&waited, 1, 0) == 1;
 }
 
 } // namespace
@@ -137,12 +144,13 @@ bool FileReader::Unfinished() const {
 }
 
 FileReader& FileReader::operator>>(Data target) {
-    if (ReadOnce(target) < target.Size()) ThrowError(m_path->Location(), cReadPastEnd);
+    if (ReadOnce(target, HeldByte::WithMore) < target.Size()) ThrowError(m_path->Location(), cReadPastEnd);
     return *this;
 }
 
 FileReader& FileReader::operator>>(Buffer& target) {
-    target.Advance(ReadOnce(WithinLength(Data(target.Next(), target.Next() + target.Room()))));
+    Data const room = WithinLength(Data(target.Next(), target.Next() + target.Room()));
+    target.Advance(ReadOnce(room, HeldByte::Alone));
     return *this;
 }
 
@@ -159,32 +167,35 @@ FileReader::Place FileReader::Seek() const {
     return errno == ESPIPE && m_inStream ? Place::InStream : Place::Unreachable;
 }
 
-// Reads at the position and moves it; returns how many bytes came.
-std::size_t FileReader::ReadOnce(Data target) {
+// Reads at the position and moves it; returns how many bytes came. The byte that was looked at can't be read
+// again from a pipe; any other file gives it once more. Who can do with it alone does not wait for more: the
+// writer may be waiting for an answer to it. It stays held when the read for the rest fails.
+std::size_t FileReader::ReadOnce(Data target, HeldByte heldByte) {
     if (target.empty()) return 0;
     Place const place = Seek();
     if (place == Place::Unreachable) {
         ThrowError(m_path->Location(), errno);
         return 0;
     }
-    std::size_t const held = TakeHeldByte(place, target);
-    Data const rest(target.begin() + held, target.end());
-    ssize_t const count =
-        CallUninterrupted([&] { return read(m_path->Descriptor(), rest.begin(), rest.Size()); });
-    if (count == -1) {
-        ThrowError(m_path->Location(), errno);
-        return held;
+    bool const holds = m_lookAheadTaken && place == Place::InStream;
+    Data const rest(target.begin() + (holds ? 1 : 0), target.end());
+    std::size_t count = 0;
+    bool const mustNotWait = holds && heldByte == HeldByte::Alone;
+    if (!rest.empty() && (!mustNotWait || HasMoreNow(m_path->Descriptor()))) count = Read(rest);
+    if (holds) {
+        target[0] = m_lookAhead;
+        ++count;
     }
-    m_position += static_cast<std::size_t>(count);
-    return held + static_cast<std::size_t>(count);
+    m_lookAheadTaken = false;
+    m_position += count;
+    return count;
 }
 
-// The byte that was looked at can't be read again from a pipe; any other file gives it once more.
-std::size_t FileReader::TakeHeldByte(Place place, Data target) {
-    if (!std::exchange(m_lookAheadTaken, false) || place != Place::InStream) return 0;
-    target[0] = m_lookAhead;
-    ++m_position;
-    return 1;
+std::size_t FileReader::Read(Data target) const {
+    ssize_t const count =
+        CallUninterrupted([&] { return read(m_path->Descriptor(), target.begin(), target.Size()); });
+    if (count == -1) ThrowError(m_path->Location(), errno);
+    return count == -1 ? 0 : static_cast<std::size_t>(count);
 }
 
 void FileReader::ThrowError(FileLocation const& location, int code) const {

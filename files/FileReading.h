@@ -115,10 +115,13 @@ public:
 private:
     enum class Place { AtPosition, InStream, Unreachable };
 
+    // What a read does with a byte that has been looked at.
+    enum class HeldByte { Alone, WithMore };
+
     Place Seek() const;
     Data WithinLength(Data target) const;
-    std::size_t ReadOnce(Data target);
-    std::size_t TakeHeldByte(Place place, Data target);
+    std::size_t ReadOnce(Data target, HeldByte heldByte);
+    std::size_t Read(Data target) const;
 
     FileReadingPath const* m_path;
     unsigned long m_position = 0;

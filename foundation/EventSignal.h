@@ -37,7 +37,7 @@ private:
     Event const* m_fired = nullptr;
 };
 
-// Ties a waiter to an event for as long as it lives, so that no failure can leave a waiter with the event
+// Ties a waiter to an event for as long as it lives, so that no failure can leave an event with a waiter
 // that is gone. Both must outlive it.
 class EventLink : public ListNode {
 public:

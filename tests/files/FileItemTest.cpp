@@ -58,6 +58,15 @@ TEST(FileItem, HasTheLocationAndTheStatusOfItsFile) {
     EXPECT_EQ(ItemAt(folder.Location()).Info().IsDirectory(), true);
 }
 
+TEST(FileItem, DoesNotKeepTheStatusOfAnotherFileWhenItThrows) {
+    TemporaryFolder const folder;
+    folder.Write("file", "12345");
+    FileItem item = ItemAt(folder.Location("file"));
+    // The plain locale cannot spell it.
+    EXPECT_THROW(item.Get(folder.Location("\xc3\xa4"), true), UnixPlatform::WideToMultiByteConvertError);
+    EXPECT_EQ(item.Info().State(), cNoFile);
+}
+
 TEST(FileItem, ReportsWhatIsNotThere) {
     TemporaryFolder const folder;
     folder.Write("file", "x");

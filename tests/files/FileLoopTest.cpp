@@ -92,6 +92,18 @@ TEST(FileLoop, IsNotStartedWithoutADirectory) {
     EXPECT_THROW(*loop, FileLoopUninitialized);
 }
 
+TEST(FileLoop, AStartThatThrowsGivesUpTheEarlierOne) {
+    TemporaryFolder const folder;
+    folder.Write("file", "x");
+    FileLoop loop(folder.Location(), ""_utf8, false);
+    EXPECT_TRUE(loop.Unfinished());
+    // The plain locale cannot spell it.
+    EXPECT_THROW(loop.Start(folder.Location("\xc3\xa4"), ""_utf8, false),
+                 UnixPlatform::WideToMultiByteConvertError);
+    EXPECT_FALSE(loop.IsStarted());
+    EXPECT_THROW(*loop, FileLoopUninitialized);
+}
+
 TEST(FileLoop, SaysByItsClassWhatIsWrong) {
     EXPECT_STREQ(UnixPlatform::FileLoop::InvalidIteratorPosition().what(),
                  "N12UnixPlatform8FileLoop23InvalidIteratorPositionE");

@@ -786,6 +786,16 @@ TEST(FileReaderOfPipes, GivesEachByteOnce) {
     EXPECT_EQ(ReadSome(reader, 100), "");
 }
 
+TEST(FileReaderOfPipes, GivesTheByteItHasSeenWithoutWaitingForMore) {
+    TemporaryFolder const folder;
+    Fifo const fifo(folder, "0");
+    FileReadingPath const path(fifo.Location());
+    FileReader reader(path);
+    EXPECT_TRUE(reader.Unfinished());
+    EXPECT_EQ(ReadSome(reader, 100), "0") << "the writer may be waiting for an answer";
+    EXPECT_EQ(reader.Position(), 1u);
+}
+
 TEST(FileReaderOfPipes, GivesAllOfThemselvesToAReceiver) {
     TemporaryFolder const folder;
     std::string contents;
