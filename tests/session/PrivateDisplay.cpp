@@ -3,6 +3,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <stdexcept>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -20,6 +21,8 @@ PrivateDisplay::PrivateDisplay(Options const& options) {
     arguments.push_back(nullptr);
     m_server = fork();
     if (m_server == 0) {
+        // A test that is cut short leaves no server behind, which would keep its output open.
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
         int const nowhere = open("/dev/null", O_RDWR);
         dup2(nowhere, STDERR_FILENO);
         execvp("Xvfb", arguments.data());
