@@ -35,7 +35,7 @@ int LabelHeightIn(WidgetTree const& tree) {
 
 bool MayBeStretched(WidgetTree const& tree, Widget const& list) {
     auto const parent = std::find_if(tree.begin(), tree.end(), [&](Widget const& widget) {
-        return widget.className == "Viewport" && IsBelow(list, widget);
+        return widget.className == "Viewport" && LiesIn(tree, list, widget);
     });
     return parent != tree.end() && list.area.height <= parent->area.height;
 }

@@ -256,7 +256,7 @@ Widget User::ScrollBarFor(Widget const& list) {
     WidgetTree const tree = Widgets(list.shell);
     for (std::size_t bar = 0; bar < tree.size(); ++bar) {
         if (tree[bar].name != "vertical" || !tree[bar].mapped || !tree[bar].parent) continue;
-        if (IsBelow(list, tree[*tree[bar].parent])) return tree[bar];
+        if (LiesIn(tree, list, tree[*tree[bar].parent])) return tree[bar];
     }
     throw UserError(NameOf(list) + " has rows out of sight and no scroll bar.");
 }

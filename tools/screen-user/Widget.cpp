@@ -70,12 +70,22 @@ std::vector<Widget> FindByClass(WidgetTree const& tree, std::string_view classNa
     return found;
 }
 
+// Identities are no addresses: siblings may share one, but not a window.
 Widget const& Current(WidgetTree const& tree, Widget const& widget) {
-    auto const current = std::find_if(tree.begin(), tree.end(),
-                                      [&](Widget const& other) { return other.identity == widget.identity; });
+    auto const hasIdentity = [&](Widget const& other) { return other.identity == widget.identity; };
+    auto current = std::find_if(tree.begin(), tree.end(), [&](Widget const& other) {
+        return hasIdentity(other) && other.window == widget.window;
+    });
+    if (current == tree.end()) current = std::find_if(tree.begin(), tree.end(), hasIdentity);
     if (current == tree.end())
         throw UserError("The widget \"" + widget.name + "\" of class " + widget.className + " has gone.");
     return *current;
+}
+
+bool LiesIn(WidgetTree const& tree, Widget const& widget, Widget const& ancestor) {
+    std::optional<std::size_t> index = Current(tree, widget).parent;
+    while (index && &tree[*index] != &ancestor) index = tree[*index].parent;
+    return index.has_value();
 }
 
 std::string PathOf(WidgetTree const& tree, std::size_t index) {

@@ -77,6 +77,8 @@ std::vector<Widget> FindByClass(WidgetTree const& tree, std::string_view classNa
 
 // The same widget in a later tree. Throws UserError when it has gone.
 Widget const& Current(WidgetTree const& tree, Widget const& widget);
+// Whether the widget lies in another one of the tree, at whatever depth.
+bool LiesIn(WidgetTree const& tree, Widget const& widget, Widget const& ancestor);
 
 // The path of one widget of the tree, as FindByPath reads it.
 std::string PathOf(WidgetTree const& tree, std::size_t index);
