@@ -68,11 +68,11 @@ TEST(PathOf, IsWhatFindByPathReads) {
 
 TEST(IsBelow, HoldsAtAnyDepthButNotForTheWidgetItself) {
     WidgetTree const tree = Sample();
-    EXPECT_TRUE(IsBelow(tree[4], tree[0]));
-    EXPECT_TRUE(IsBelow(tree[4], tree[3]));
-    EXPECT_FALSE(IsBelow(tree[4], tree[4]));
-    EXPECT_FALSE(IsBelow(tree[4], tree[5]));
-    EXPECT_FALSE(IsBelow(tree[3], tree[4]));
+    EXPECT_TRUE(LiesIn(tree, tree[4], tree[0]));
+    EXPECT_TRUE(LiesIn(tree, tree[4], tree[3]));
+    EXPECT_FALSE(LiesIn(tree, tree[4], tree[4]));
+    EXPECT_FALSE(LiesIn(tree, tree[4], tree[5]));
+    EXPECT_FALSE(LiesIn(tree, tree[3], tree[4]));
 }
 
 TEST(Current, IsTheWidgetOfTheSameIdentity) {

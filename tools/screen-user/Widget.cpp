@@ -43,11 +43,6 @@ Area Area::Intersection(Area const& other) const {
     return {left, top, std::max(right - left, 0), std::max(bottom - top, 0)};
 }
 
-bool IsBelow(Widget const& widget, Widget const& ancestor) {
-    return ancestor.identity.size() < widget.identity.size() &&
-           std::equal(ancestor.identity.begin(), ancestor.identity.end(), widget.identity.begin());
-}
-
 Widget const* FindByPath(WidgetTree const& tree, std::string_view path) {
     std::vector<std::string_view> const names = NamesOf(path);
     std::vector<std::size_t> const depths = DepthsOf(tree);

@@ -54,9 +54,6 @@ struct Widget {
     Identity identity;
 };
 
-// Whether one widget lies in the other, at whatever depth.
-bool IsBelow(Widget const& widget, Widget const& ancestor);
-
 // A shell and all that is below it; a parent stands before its children, siblings in order of creation.
 using WidgetTree = std::vector<Widget>;
 
