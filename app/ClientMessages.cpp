@@ -127,10 +127,6 @@ void HandleBatch(FiFoQueue<UIMessage>& batch) {
 // What was left when an InitializationInfo ended its batch.
 FiFoQueue<UIMessage>& pendingMessages = *new FiFoQueue<UIMessage>;
 
-} // namespace
-
-namespace {
-
 void TakeBatch(FiFoQueue<UIMessage>& batch) {
     if (pendingMessages.IsEmpty())
         readQ.ReadMessages(batch);

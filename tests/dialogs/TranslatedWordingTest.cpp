@@ -6,6 +6,7 @@
 #include "dialogs/SnoozeChoices.h"
 #include "format/FormatOverrideContext.h"
 
+#include "tests/dialogs/CatalogueCaptions.h"
 #include "tests/dialogs/SummarySentences.h"
 #include "tests/support/LocalZone.h"
 #include "tests/support/UStringPrinting.h"
@@ -106,6 +107,8 @@ TEST_F(TranslatedWording, SummariesOfSeveralActionsAreTranslated) {
         store.UpdateActions(std::vector<ActionRequest>{OfKey(key)});
         bool const pending = (key & 64u) != 0;
         std::string const sentence = Text(ActionSummary({1}, store, pending, cNow).Ref());
+        EXPECT_EQ(WithoutBrackets(sentence), (pending ? cPendingSentences : cSelectedSentences)[key & 63u])
+            << key;
         if (!sentence.empty()) {
             EXPECT_TRUE(StandsInBrackets(sentence)) << sentence;
         }
@@ -178,54 +181,7 @@ TEST_F(TranslatedWording, TheCatalogueIsTranslated) {
     for (auto const member : {ShutdownNowDescription, RestartNowDescription, ShutdownNow, RestartNow,
                               Progress, TechnicianTab, SupportDashboard, Offers})
         EXPECT_TRUE(StandsInBrackets(Text(member().Ref()))) << Text(member().Ref());
-    for (auto const member : {Dismiss,
-                              AboutVersion,
-                              AboutCopyright,
-                              EnteringQuietModeTitle,
-                              PreviewDialogTitle,
-                              QuietModeTitle,
-                              AboutMenu,
-                              Cancel,
-                              OK,
-                              AcceptOffersButton,
-                              HideOffersButton,
-                              ToggleHiddenOffersCheck,
-                              SearchCaption,
-                              ProgressCaption,
-                              ViewPostponed,
-                              AboutTitle,
-                              MainDialogTitle,
-                              LastChangeCap,
-                              IssueTimeCap,
-                              CategoryCap,
-                              IssuerCap,
-                              LineCap,
-                              TypeCap,
-                              ScriptBoxCap,
-                              RetryCap,
-                              TryCap,
-                              IDCap,
-                              NameCap,
-                              ActionHistoryTitle,
-                              Loading,
-                              MenuViewPostponed,
-                              MenuPaste,
-                              MenuCopy,
-                              MenuCut,
-                              MenuEdit,
-                              MenuOpen,
-                              MenuViewActionDialog,
-                              MenuHelpAbout,
-                              MenuHelpContents,
-                              MenuHelp,
-                              MenuExit,
-                              MenuFile,
-                              PreviewAction,
-                              ConfirmationCaption,
-                              PreActionTitle,
-                              SnoozeCaption,
-                              TakeAllActions,
-                              ActionRequestTitle})
+    for (CatalogueCaption const member : cCatalogueCaptions)
         EXPECT_TRUE(StandsInBrackets(member().c_str())) << member().c_str();
     for (unsigned int count : {0u, 1u, 2u}) {
         EXPECT_TRUE(StandsInBrackets(Text(AnnounceOffers(count).Ref()))) << count;

@@ -14,6 +14,7 @@
 #include "format/FormatBindings.h"
 #include "format/FormatOverrideContext.h"
 #include "format/PlatformString.h"
+#include "tests/dialogs/CatalogueCaptions.h"
 #include "tools/translation-checker/Texts.h"
 
 #include <cerrno>
@@ -59,56 +60,7 @@ void CallTheTextsOfTheCatalogue() {
 }
 
 void CallTheCaptionsOfTheCatalogue() {
-    using namespace LocalizedStrings;
-    for (auto* const text : {Dismiss,
-                             AboutVersion,
-                             AboutCopyright,
-                             EnteringQuietModeTitle,
-                             PreviewDialogTitle,
-                             QuietModeTitle,
-                             AboutMenu,
-                             Cancel,
-                             OK,
-                             AcceptOffersButton,
-                             HideOffersButton,
-                             ToggleHiddenOffersCheck,
-                             SearchCaption,
-                             ProgressCaption,
-                             ViewPostponed,
-                             AboutTitle,
-                             MainDialogTitle,
-                             LastChangeCap,
-                             IssueTimeCap,
-                             CategoryCap,
-                             IssuerCap,
-                             LineCap,
-                             TypeCap,
-                             ScriptBoxCap,
-                             RetryCap,
-                             TryCap,
-                             IDCap,
-                             NameCap,
-                             ActionHistoryTitle,
-                             Loading,
-                             MenuViewPostponed,
-                             MenuPaste,
-                             MenuCopy,
-                             MenuCut,
-                             MenuEdit,
-                             MenuOpen,
-                             MenuViewActionDialog,
-                             MenuHelpAbout,
-                             MenuHelpContents,
-                             MenuHelp,
-                             MenuExit,
-                             MenuFile,
-                             PreviewAction,
-                             ConfirmationCaption,
-                             PreActionTitle,
-                             SnoozeCaption,
-                             TakeAllActions,
-                             ActionRequestTitle})
-        text();
+    for (CatalogueCaption const text : cCatalogueCaptions) text();
 }
 
 // Every second of two hours, and every hour of three days.
