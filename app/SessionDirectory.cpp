@@ -1,8 +1,10 @@
 #include "app/SessionDirectory.h"
 
+#include "files/DirectoryEraser.h"
 #include "files/FileErrors.h"
 #include "files/FileOperations.h"
-#include "files/FileStats.h"
+#include "files/OwnLocation.h"
+#include "files/SameFile.h"
 #include "foundation/Exceptions.h"
 #include "text/IsUTF8.h"
 
@@ -22,39 +24,8 @@ bool IsPlainText(ConstData path) {
     return IsUTF8(path) && !Holds(path, 0);
 }
 
-ConstData PathOf(FileLocation const& location) {
-    return location.IsBinary() ? ConstData(location.Bytes()) : ConstData(location.Text());
-}
-
-// The path without what makes the system follow a link at its end: "a//" and "a/./" give "a".
-UStringRef<UTF8> WithoutEnd(UStringRef<UTF8> const& path) {
-    auto const begin = path.begin();
-    auto end = path.end();
-    while ((end - begin > 1 && end[-1] == '/') || (end - begin > 2 && end[-1] == '.' && end[-2] == '/'))
-        --end;
-    return UStringRef<UTF8>(UTF8(), begin, end);
-}
-
-ConstData BytesOf(FileName const& name) {
-    return name.IsBinary() ? ConstData(name.Bytes()) : ConstData(name.Text());
-}
-
 bool IsTrusted(uid_t owner) {
     return owner == geteuid() || owner == 0;
-}
-
-// The root has many names: "/..", "/tmp/..", links.
-bool IsRootOfTheSystem(struct stat const& status) {
-    struct stat root {};
-    return stat("/", &root) != 0 || (status.st_dev == root.st_dev && status.st_ino == root.st_ino);
-}
-
-// What stands there is about to be emptied. Somebody else's directory is left alone: whoever can name it, or
-// link to it, must not have the files in it removed in the user's name.
-void CheckMayBeEmptied(FileLocation const& directory, FileStats const& stats) {
-    bool const mayBeEmptied =
-        !IsRootOfTheSystem(stats.target) && IsTrusted(stats.link.st_uid) && IsTrusted(stats.target.st_uid);
-    if (!mayBeEmptied) throw FilePermissionError(directory, EPERM);
 }
 
 UnixPlatform::UnixFileInfo InfoOf(FileLocation const& directory) {
@@ -65,21 +36,32 @@ UnixPlatform::UnixFileInfo InfoOf(FileLocation const& directory) {
     return info;
 }
 
+// Empties what stands there. Somebody else's directory is left alone: whoever can name it, or link to it,
+// must not have the files in it removed in the user's name. The path is looked at after the directory has
+// been opened, so that the one that is emptied is the one that was found to be trusted, even if somebody puts
+// another in its place meanwhile.
+void EmptyIfTrusted(FileLocation const& directory) {
+    DirectoryEraser eraser(directory);
+    struct stat const opened = eraser.Open(true);
+    UnixPlatform::UnixFileInfo const info = InfoOf(directory);
+    bool const isTrusted = IsTrusted(opened.st_uid) && IsTrusted(info.Stats().link.st_uid);
+    if (!isTrusted || !IsSameFile(opened, info.Stats().target)) throw FilePermissionError(directory, EPERM);
+    eraser.Erase();
+}
+
 } // namespace
 
-// A path with ".." may lead through what is not there yet to what is: what has been made is looked at as
-// well.
+// A path with ".." may lead through what is not there yet to what is: what has been made is emptied as well.
 void PrepareSessionDirectory(FileLocation const& location) {
     if (location.empty()) throw EmptyFileLocationError(location, 0);
-    if (!IsPlainText(PathOf(location))) throw IllegalFileName();
-    FileLocation const directory(WithoutEnd(location.Text()));
+    if (!IsPlainText(location.Raw())) throw IllegalFileName();
+    FileLocation const directory = OwnLocation(location);
     if (!InfoOf(directory).Exists()) CreateDirectoryTree(directory);
-    CheckMayBeEmptied(directory, InfoOf(directory).Stats());
-    DeleteContents(directory);
+    EmptyIfTrusted(directory);
 }
 
 FileLocation LocationInDirectory(FileLocation const& directory, FileName const& name) {
-    ConstData const bytes = BytesOf(name);
+    ConstData const bytes = name.Raw();
     bool const isLegal =
         !bytes.empty() && bytes != "."_data && bytes != ".."_data && !Holds(bytes, '/') && IsPlainText(bytes);
     if (!isLegal) throw IllegalFileName();

@@ -13,8 +13,8 @@ extern std::set<SharingPtr<FormatFile>>& m_formatFiles;
 // What keeps each of them in force. A scope goes before its file.
 extern std::set<SharingPtr<FormatOverrideScope>>& m_formatOverrides;
 
-// Loads a translation file and puts it into force, in front of those that are. Throws the errors of files,
-// and nothing has been added then.
+// Loads a translation file and puts it into force, in front of those that are. Throws what FormatFile throws,
+// and std::bad_alloc; then nothing has been added, and those in force stay as they are.
 void AddTranslationFile(FileLocation const& location);
 
 // Takes all translations out of force. No text that was made from them may be in use, and the sentences about

@@ -1,12 +1,7 @@
 #pragma once
 
 #include "files/FileLocation.h"
-
-// Bytes of a text in the local encoding.
-inline UStringRef<Binary8Bit> BytesOf(UStringRef<Local8Bit> const& text) {
-    auto const* first = reinterpret_cast<unsigned char const*>(text.begin());
-    return UStringRef<Binary8Bit>(Binary8Bit(), first, first + text.SizeInUnits());
-}
+#include "files/LocalPath.h"
 
 // What has this name in the directory, for the system too: where one of the two is held as bytes and the
 // other as text, the text is taken in the local encoding, as the system takes it. Throws what the child's

@@ -9,9 +9,12 @@
 #include "files/FileRetry.h"
 #include "files/FileWriting.h"
 #include "files/NonEmptyLocation.h"
+#include "files/SameFile.h"
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -63,18 +66,12 @@ void CopyToNewFile(FileReadingPath& source, FileLocation const& target) {
     source.Close();
 }
 
-// Whether the two names are one, as far as that shows: further names of the same file count as others.
-bool IsSameFile(UnixFileInfo const& a, UnixFileInfo const& b) {
-    struct stat const& first = a.Stats().link;
-    struct stat const& second = b.Stats().link;
-    bool const isSame = first.st_dev == second.st_dev && first.st_ino == second.st_ino;
-    return isSame && (S_ISDIR(first.st_mode) || first.st_nlink == 1);
-}
-
-bool IsSameDirectory(UnixFileInfo const& a, UnixFileInfo const& b) {
-    struct stat const& first = a.Stats().target;
-    struct stat const& second = b.Stats().target;
-    return first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+// A link at the target that leads to the same, as it is written.
+void CopyLink(FileLocation const& source, FileLocation const& target) {
+    std::error_code failure;
+    std::filesystem::copy_symlink(source.LibPath().c_str(), target.LibPath().c_str(), failure);
+    if (failure.value() == EEXIST) throw FileExistsError(target, EEXIST);
+    ThrowFileError(target, failure.value());
 }
 
 // Copies the files of one directory after the other, those that are met being appended to the list of those
@@ -103,7 +100,7 @@ private:
 
     void Add(FileLocation const& source, UnixFileInfo const& info, FileLocation const& target) {
         // Else the copy would be copied into itself, on and on.
-        if (IsSameDirectory(info, m_end)) throw FileItemError(source, EINVAL);
+        if (IsSameFile(info.Stats().target, m_end.Stats().target)) throw FileItemError(source, EINVAL);
         m_pending.push_back(Pair{source, target});
     }
 
@@ -120,7 +117,9 @@ private:
     void CopyItem(FileItem const& item, FileLocation const& target) {
         if (item.Info().IsRegularFile()) {
             CopyFileWithRetry(item.Location(), target, FileRetryLog());
-        } else if (item.Info().IsDirectory() && !item.Info().IsLink()) {
+        } else if (item.Info().IsDirectory() && item.Info().IsLink()) {
+            CopyLink(item.Location(), target);
+        } else if (item.Info().IsDirectory()) {
             Add(item.Location(), item.Info(), target);
         } else {
             throw FileItemError(item.Location(), ENOTSUP);
@@ -130,6 +129,13 @@ private:
     UnixFileInfo m_end;
     std::vector<Pair> m_pending;
 };
+
+// Throws for what cannot succeed, before the target is deleted for it.
+void RefuseMoveIntoItself(FileWithInfo const& source, FileWithInfo const& target) {
+    bool const isItsDirectory = IsMoveOfLinkToItsTarget(source, target) && target.info.IsDirectory();
+    if (isItsDirectory || IsMoveIntoItself(source, target))
+        throw FileMoveError(source.location, target.location, EINVAL);
+}
 
 // A move to another file system.
 void CopyAndDelete(FileLocation const& source, UnixFileInfo const& info, FileLocation const& target) {
@@ -163,7 +169,7 @@ void ForceCopyFile(FileLocation const& source, FileLocation const& target) {
     if (!info.IsRegularFile()) throw FileNotFoundError(source, 0);
     UnixFileInfo targetInfo;
     targetInfo.Set(target);
-    if (targetInfo.Exists() && IsSameFile(info, targetInfo)) return;
+    if (targetInfo.Exists() && IsCopyToItself({source, info}, {target, targetInfo})) return;
     ::FileReadingPath sourcePath(source);
     UnixPlatform::ForceNonexistence(target);
     CopyToNewFile(sourcePath, target);
@@ -184,7 +190,11 @@ void ForceMoveFile(FileLocation const& source, FileLocation const& target) {
     UnixFileInfo const targetInfo = target.GetValidInfo();
     if (sourceInfo.IsRegularFile() != targetInfo.IsRegularFile())
         throw DirectoryFoundError(sourceInfo.IsDirectory() ? source : target, EISDIR);
-    if (source.Compare(target) == 0 || IsSameFile(sourceInfo, targetInfo)) return;
+    FileWithInfo const from{source, sourceInfo};
+    FileWithInfo const to{target, targetInfo};
+    if (IsMoveToItself(from, to)) return;
+    RefuseMoveIntoItself(from, to);
+    if (IsMoveOfLinkToItsTarget(from, to)) return UnixPlatform::DeleteFile(source);
     UnixPlatform::ForceNonexistence(target);
     UnixPlatform::MoveFile(source, target);
 }

@@ -10,33 +10,42 @@ class FileRetryLog;
 // Errors of reading and writing come as FileReadingPath, FileReader, FileWritingPath and FileWriter throw
 // them. A copy is of the bytes alone: it gets the permissions of any new file. A copy that fails leaves the
 // part that was written.
+//
+// The two locations may be names of one file, however they are spelled. A name given twice stays, and so does
+// the file behind a link that is given as the source: nothing is lost.
 
 // Copies a file to a location where nothing is. Throws FileNotFoundError if there is no source, a dangling
-// link counting as none, and FileExistsError (EEXIST) if anything is at the target.
+// link counting as none, and FileExistsError (EEXIST) if anything is at the target. A named pipe is read
+// until its writers have closed it, after waiting for one to open it.
 void CopyFile(FileLocation const& source, FileLocation const& target);
 
 // The same, deleting first what is at the target, which must not be a directory with anything in it; a file
-// copied to itself stays as it is. Throws FileNotFoundError if the source is no regular file.
+// copied to itself stays as it is, and of two hard links the target becomes a file of its own. Throws
+// FileNotFoundError if the source is no regular file.
 void ForceCopyFile(FileLocation const& source, FileLocation const& target);
 
 // Moves a file, directory or link to a location where nothing is. To another file system it goes by copying
-// and deleting, as CopyFile or CopyDirectoryContents copy; a failure behind the copy leaves both in place.
-// Throws FileNotFoundError if there is no source, FileIOError with the target and code 0 if anything is at
-// the target, and FileMoveError with both locations and the error number otherwise; with EXDEV also for what
-// cannot be copied to another file system, such as a named pipe.
+// and deleting, as CopyFile or CopyDirectoryContents copy; a failure behind the copy leaves both in place,
+// and one within it the source and what has been copied. Throws FileNotFoundError if there is no source,
+// FileIOError with the target and code 0 if anything is at the target, and FileMoveError with both locations
+// and the error number otherwise; with EXDEV also for what cannot be copied to another file system, such as a
+// named pipe.
 void MoveFile(FileLocation const& source, FileLocation const& target);
 
-// The same, deleting first what is at the target; a directory there has to be empty. A file moved to itself
-// stays. Throws FileNotFoundError if there is no source, and DirectoryFoundError (EISDIR) if just one of the
-// two is a regular file: with the source if that is a directory, otherwise with the target. Throws
-// InvalidStats if one of the two disappears meanwhile.
+// The same, deleting first what is at the target; a directory there has to be empty. What is moved to itself
+// stays; a link moved to the very file that it leads to is deleted, and that file stays. Throws
+// FileNotFoundError if there is no source, and DirectoryFoundError (EISDIR) if just one of the two is a
+// regular file: with the source if that is a directory, otherwise with the target. Throws InvalidStats if one
+// of the two disappears meanwhile, and FileMoveError (EINVAL) for a target within the source, or a directory
+// that the source is a link to, leaving both. A move that fails later has deleted the target.
 void ForceMoveFile(FileLocation const& source, FileLocation const& target);
 
 // Copies all files and directories in a directory to another one, which is made if it is missing. Each file
 // is tried for as long as CopyFileWithRetry tries; one that is at the target already fails it. Links to files
-// are copied as files. Throws DirectoryNotFoundError if there is no source, and FileItemError for an item
-// that is neither file nor directory, such as a named pipe, a link to a directory (copying through these
-// might never end) or a dangling link, and for the target itself within the source.
+// are copied as files. Links to directories are copied as links, just as they are written (copying through
+// them might never end); what is at the target already fails them with FileExistsError. Throws
+// DirectoryNotFoundError if there is no source, and FileItemError for an item that is neither file nor
+// directory, such as a named pipe or a dangling link, and for the target itself within the source.
 void CopyDirectoryContents(FileLocation const& source, FileLocation const& target);
 
 // The same with further tries; see files/FileRetry.h. The words for the log are the names without

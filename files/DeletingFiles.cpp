@@ -4,6 +4,7 @@
 #include "files/DirectoryEraser.h"
 #include "files/FileRetry.h"
 #include "files/NonEmptyLocation.h"
+#include "files/OwnLocation.h"
 
 #include <cerrno>
 #include <unistd.h>
@@ -16,6 +17,12 @@ UnixPlatform::UnixFileInfo WhatIsThere(FileLocation const& location) {
     int const code = info.Set(location);
     if (!info.Exists() && !MeansNothingThere(code)) ThrowFileError(location, code);
     return info;
+}
+
+void EraseContents(FileLocation const& directory, bool followsLink) {
+    DirectoryEraser eraser(directory);
+    eraser.Open(followsLink);
+    eraser.Erase();
 }
 
 // What is to be deleted may have gone by itself meanwhile.
@@ -37,10 +44,11 @@ void DeleteFile(FileLocation const& location) {
 }
 
 void DeleteDirectory(FileLocation const& location) {
-    if (RequireDirectory(location).IsLink()) {
-        UnixPlatform::DeleteFile(location);
-    } else if (rmdir(location.LibPath().c_str()) != 0) {
-        ThrowFileError(location, errno);
+    FileLocation const own = OwnLocation(location);
+    if (RequireDirectory(own).IsLink()) {
+        UnixPlatform::DeleteFile(own);
+    } else if (rmdir(own.LibPath().c_str()) != 0) {
+        ThrowFileError(own, errno);
     }
 }
 
@@ -53,12 +61,17 @@ void ForceNonexistence(FileLocation const& location) {
 
 void DeleteContents(FileLocation const& location) {
     RequireDirectory(location);
-    DirectoryEraser(location).Erase(true);
+    EraseContents(location, true);
 }
 
+// An empty directory goes as it is, since looking into it takes a permission that deleting it does not.
 void DeleteRecursive(FileLocation const& location) {
-    if (!RequireDirectory(location).IsLink()) DirectoryEraser(location).Erase(false);
-    UnixPlatform::DeleteDirectory(location);
+    FileLocation const own = OwnLocation(location);
+    if (!RequireDirectory(own).IsLink()) {
+        if (rmdir(own.LibPath().c_str()) == 0) return;
+        EraseContents(own, false);
+    }
+    UnixPlatform::DeleteDirectory(own);
 }
 
 void ForceDeleteContents(FileLocation const& location) {

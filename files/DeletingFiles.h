@@ -7,10 +7,12 @@ class FileRetryLog;
 // Deleting files and directories.
 //
 // A symbolic link is deleted and never followed, neither one that is named nor one that is met in a tree; the
-// one exception is DeleteContents. Trees may be of any depth, beyond the longest path of the system too: they
-// are walked with a handful of descriptors and without recursion. A file system that is mounted within a tree
-// is not entered but fails the operation (EBUSY). What disappears meanwhile by itself is no failure. The
-// first failure ends the operation and names the very file; what has been deleted stays so.
+// one exception is DeleteContents. To delete a directory, a "/" or "/." at the end of its name does not
+// count, by which the system would follow a link: "link/." means the link. Trees may be of any depth, beyond
+// the longest path of the system too: they are walked with a handful of descriptors and without recursion. A
+// file system that is mounted within a tree is not entered but fails the operation (EBUSY). What disappears
+// meanwhile by itself is no failure. The first failure ends the operation and names the very file; what has
+// been deleted stays so.
 //
 // All throw EmptyFileLocationError for an empty location and what FileLocation::LibPath throws; otherwise by
 // ThrowFileError.
@@ -31,7 +33,7 @@ void ForceNonexistence(FileLocation const& location);
 void DeleteContents(FileLocation const& location);
 
 // Deletes the directory with all that is in it. Of a link to a directory only the link. Throws as
-// DeleteContents does.
+// DeleteContents does. A directory that is empty need not be readable.
 void DeleteRecursive(FileLocation const& location);
 
 // The same, and nothing there is no failure.

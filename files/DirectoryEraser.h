@@ -18,9 +18,12 @@ public:
     DirectoryEraser(DirectoryEraser const&) = delete;
     DirectoryEraser& operator=(DirectoryEraser const&) = delete;
 
-    // To be called once. Throws by ThrowFileError, with the location of what could not be deleted; EPERM for
-    // the root directory of the process.
-    void Erase(bool followsLink);
+    // The status of the directory, which is held from now on: whatever its path leads to later, Erase() works
+    // on this one. To be called once. Throws by ThrowFileError; EPERM for the root directory of the process.
+    struct stat Open(bool followsLink);
+    // To be called once, after Open(). Throws by ThrowFileError, with the location of what could not be
+    // deleted.
+    void Erase();
 
 private:
     struct Entry {
@@ -39,9 +42,9 @@ private:
     };
     using OpenDirectory = std::unique_ptr<DIR, Closer>;
 
-    OpenDirectory Open(int parent, char const* path, int flags, int& code) const;
+    OpenDirectory OpenAt(int parent, char const* path, int flags, int& code) const;
     struct stat StatusOf(OpenDirectory const& directory) const;
-    void Enter(OpenDirectory directory);
+    struct stat Enter(OpenDirectory directory);
     std::vector<Entry> ReadEntries() const;
     void EraseEntries();
     bool EraseEntry(Entry const& entry) const;

@@ -14,7 +14,7 @@ auto CallUninterrupted(Call const& call) {
 }
 
 // lseek64 over unsigned offsets. Returns the new offset, or all ones with the reason in errno. An offset
-// above the signed range is refused by the system, with EINVAL.
+// above the signed range is a negative one to the system: with SEEK_SET a file refuses it with EINVAL.
 unsigned long Seek64(int descriptor, unsigned long offset, int origin) noexcept;
 
 } // namespace UnixPlatform

@@ -2,9 +2,9 @@
 
 #include "files/FileErrors.h"
 #include "files/FileStats.h"
+#include "files/LocalPath.h"
 #include "text/Hex.h"
 #include "text/IsUTF8.h"
-#include "text/LocalText.h"
 #include "text/UStringFunctions.h"
 
 #include <algorithm>
@@ -80,13 +80,19 @@ AutoUString<E> Joined(ConstData parent, ConstData child) {
     return path;
 }
 
-// Where the parent ends in a path that Joined made. A parent that is the root counts as not recorded, since
-// its "/" is the one that joins, and so does one that is too long for the field: what stands in front of the
-// last component is looked up then.
+// How much of a path that Joined made is the parent. A "/" that joins them is the child's, so that the parent
+// is told without it, but for the root, which is nothing else. A parent that is too long for the field counts
+// as not recorded: what stands in front of the last component is looked up then.
 std::int32_t ParentLength(ConstData parent, ConstData child) {
-    bool const sharesSlash = !child.empty() && EndsInSlash(parent);
+    bool const sharesSlash = !child.empty() && EndsInSlash(parent) && !IsRootPath(parent);
     std::size_t const length = sharesSlash ? parent.Size() - 1 : parent.Size();
     return length <= std::numeric_limits<std::int32_t>::max() ? static_cast<std::int32_t>(length) : 0;
+}
+
+// Offset of the child behind its parent of that length. A child has no "/" in front: the one that stands
+// there joins, and where none stands the parent is the root.
+std::size_t ChildOffset(ConstData path, std::size_t parentLength) {
+    return path[parentLength] == cSlash ? parentLength + 1 : parentLength;
 }
 
 UnixPlatform::UnixFileInfo InfoOf(FileLocation const& location) {
@@ -115,12 +121,11 @@ FileLocation::FileLocation(AutoUString<UTF8>&& path) : FileLocation(path) {
 FileLocation::FileLocation(char const* path) {
     UStringRef<Local8Bit> const local = MakeLocalRef(path);
     try {
-        m_text = UnixPlatform::ToUTF8(local);
+        m_text = FaithfulTextOf(local);
     } catch (...) {
-        m_text.clear();
-        auto const* first = reinterpret_cast<unsigned char const*>(local.begin());
-        m_bytes = Taken<Binary8Bit>(ConstData(first, first + local.SizeInUnits()));
+        m_text.clear(); // Whatever fails, the path is not lost.
     }
+    if (m_text.empty()) m_bytes = BytesOf(local);
 }
 
 FileLocation::FileLocation(UStringRef<Binary8Bit> const& bytes) : m_bytes(bytes) {
@@ -185,7 +190,7 @@ ConstData FileLocation::ParentPath() const {
         if (length >= m_bytes.SizeInUnits()) throw BinaryManipulationNotSupported();
         return First(m_bytes, length);
     }
-    ConstData const parent = WithoutLastComponent(Path());
+    ConstData const parent = WithoutLastComponent(Raw());
     if (parent.empty()) throw InvalidFileLocation(*this, 0);
     return parent;
 }
@@ -197,12 +202,13 @@ FileLocation FileLocation::Parent() const {
 FileName FileLocation::Name() const {
     std::size_t offset = 0;
     if (KnowsParent()) {
-        offset = static_cast<std::size_t>(m_parentLength) + 1;
-        if (offset >= m_bytes.SizeInUnits()) throw BinaryManipulationNotSupported();
+        auto const length = static_cast<std::size_t>(m_parentLength);
+        if (length >= m_bytes.SizeInUnits()) throw BinaryManipulationNotSupported();
+        offset = ChildOffset(m_bytes, length);
     } else {
-        offset = LastComponent(Path());
+        offset = LastComponent(Raw());
     }
-    ConstData const name = From(Path(), offset);
+    ConstData const name = From(Raw(), offset);
     return IsBinary() ? FileName(Taken<Binary8Bit>(name)) : FileName(Taken<UTF8>(name));
 }
 
@@ -222,11 +228,11 @@ AutoNullTerminated<Local8Bit> FileLocation::LibPath() const {
 
 bool FileLocation::IsRoot() const {
     if (empty()) throw EmptyFileLocationError(*this, 0);
-    return IsRootPath(Path());
+    return IsRootPath(Raw());
 }
 
 std::int32_t FileLocation::Compare(FileLocation const& other) const {
-    return ::Compare(Path(), other.Path());
+    return ::Compare(Raw(), other.Raw());
 }
 
 bool FileLocation::Exists() const {
@@ -254,8 +260,8 @@ FileLocation CreateBinaryLocation(FileLocation const& parent, UStringRef<Binary8
     if (parent.empty()) throw EmptyFileLocationError(parent, 0);
     ConstData const name = WithoutOuterSlashes(child);
     FileLocation location;
-    location.m_bytes = Joined<Binary8Bit>(parent.Path(), name);
-    location.m_parentLength = ParentLength(parent.Path(), name);
+    location.m_bytes = Joined<Binary8Bit>(parent.Raw(), name);
+    location.m_parentLength = ParentLength(parent.Raw(), name);
     location.CopyCachedInformation(parent);
     return location;
 }
@@ -266,7 +272,7 @@ bool EqualOrDescendant(FileLocation const& ancestor, FileLocation const& locatio
     if (location.IsRoot()) return false;
     ConstData path = location.ParentPath();
     // At most one of these paths has the ancestor's size, so that bytes are compared but once.
-    while (!(path == ancestor.Path())) {
+    while (!(path == ancestor.Raw())) {
         if (IsRootPath(path)) return false;
         ConstData const parent = WithoutLastComponent(path);
         if (parent.empty()) throw InvalidFileLocation(location.WithPath(path), 0);

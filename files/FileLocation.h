@@ -42,9 +42,9 @@ public:
     // The same; take over the text, which is left empty.
     explicit FileLocation(AutoUString<UTF8>& path);
     explicit FileLocation(AutoUString<UTF8>&& path);
-    // A path as the system gave it, in the local encoding, with every "/" it has. One that cannot be told as
-    // text is kept as bytes. In a UTF-8 locale every path counts as text. A null pointer gives the empty
-    // location.
+    // A path as the system gave it, in the local encoding, with every "/" it has. It becomes text only if
+    // that is UTF-8 and leads back to the same bytes, so that the location names the same file; any other is
+    // kept as bytes, "/a\xFF" also in a UTF-8 locale. A null pointer gives the empty location.
     explicit FileLocation(char const* path);
     // A path as bytes, unchanged.
     explicit FileLocation(UStringRef<Binary8Bit> const& bytes);
@@ -68,6 +68,8 @@ public:
     // Views of what is held, one of them empty; valid until the location is changed or moved.
     UStringRef<UTF8> Text() const { return m_text.Ref(); }
     UStringRef<Binary8Bit> Bytes() const { return m_bytes.Ref(); }
+    // The one that is in use; valid as they are.
+    ConstData Raw() const { return m_bytes.empty() ? ConstData(m_text) : ConstData(m_bytes); }
 
     // The location without its last component: "/" for "/a", "a" for "a/b". A path that ends in "/" has as
     // its parent the same path without that one "/". A binary location that was made as a child gives what
@@ -77,7 +79,8 @@ public:
     // which nothing remained.
     FileLocation Parent() const;
     // What stands behind the last "/": the whole path when it has none, and the empty name when it ends in
-    // one. A binary location gives a name in bytes; throws BinaryManipulationNotSupported as Parent does.
+    // one. A binary location gives a name in bytes, "b/c" when it was made as that child; throws
+    // BinaryManipulationNotSupported for a binary child of which nothing remained, the root included.
     FileName Name() const;
     // The path for people: the text; of a binary location the hexadecimal form, "2f74e4", and when the bytes
     // are valid UTF-8 these as well: "2f61 (UTF8: /a)".
@@ -115,9 +118,7 @@ private:
     friend FileLocation CreateBinaryLocation(FileLocation const& parent, UStringRef<Binary8Bit> const& child);
     friend bool EqualOrDescendant(FileLocation const& ancestor, FileLocation const& location);
 
-    // The path in use, whatever it is held as.
-    ConstData Path() const { return m_bytes.empty() ? ConstData(m_text) : ConstData(m_bytes); }
-    // The part of Path() that Parent() gives, with its failures.
+    // The part of Raw() that Parent() gives, with its failures.
     ConstData ParentPath() const;
     // A location that holds `path`, a part of this location's path, as this one holds its own.
     FileLocation WithPath(ConstData path) const;
@@ -126,7 +127,8 @@ private:
 
     CopiedUString<UTF8> m_text;
     CopiedUString<Binary8Bit> m_bytes;
-    // Of a binary location: the bytes in front of the "/" that joins the child; 0 when not recorded.
+    // Of a binary location: how many of its bytes are its parent, of which the "/" in front of the child is
+    // none unless the parent is the root; 0 when not recorded.
     std::int32_t m_parentLength = 0;
     std::unique_ptr<CachedFileInformation> m_cachedInformation;
 };

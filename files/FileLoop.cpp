@@ -5,8 +5,6 @@
 #include "files/WildcardMatch.h"
 #include "text/CharacterSet.h"
 #include "text/CurrentEncodings.h"
-#include "text/IsUTF8.h"
-#include "text/LocalText.h"
 #include "text/UString.h"
 
 #include <cerrno>
@@ -27,17 +25,9 @@ int IsEntry(dirent const* entry) {
     return std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0;
 }
 
-// The empty text for a name that is none.
-AutoUString<UTF8> ConvertByLocale(UStringRef<Local8Bit> const& name) {
-    try {
-        return UnixPlatform::ToUTF8(name);
-    } catch (UnixPlatform::MultiByteToWideConvertError const&) {
-        return AutoUString<UTF8>();
-    }
-}
-
-// The same, from the encoding that the process works with, which need not be that of the locale any more.
-AutoUString<UTF8> ConvertByEncoding(UStringRef<Local8Bit> const& name) {
+// The name as the encoding reads it that the process works with, which need not be that of the locale any
+// more; the empty text for a name that is none.
+AutoUString<UTF8> ReadByEncoding(UStringRef<Local8Bit> const& name) {
     AutoUString<UTF8> text;
     try {
         CharacterSet const local(GetLocalEncoding().Name(), CharacterSet::InvalidCharacterAction::Stop, true);
@@ -48,25 +38,17 @@ AutoUString<UTF8> ConvertByEncoding(UStringRef<Local8Bit> const& name) {
     return text;
 }
 
-bool LeadsBackTo(UStringRef<Local8Bit> const& name, UStringRef<UTF8> const& text) {
-    if (text.empty() || !IsUTF8(text)) return false;
-    try {
-        return UnixPlatform::ToLocal8Bit(text) == name;
-    } catch (UnixPlatform::WideToMultiByteConvertError const&) {
-        return false;
-    }
-}
-
 // The empty text for a name that cannot be told as text.
 AutoUString<UTF8> TextOf(UStringRef<Local8Bit> const& name) {
-    AutoUString<UTF8> text = ConvertByLocale(name);
-    if (!LeadsBackTo(name, text)) text = ConvertByEncoding(name);
+    AutoUString<UTF8> text = FaithfulTextOf(name);
+    if (!text.empty()) return text;
+    text = ReadByEncoding(name);
     if (!LeadsBackTo(name, text)) text.clear();
     return text;
 }
 
 bool NameMatches(UStringRef<Local8Bit> const& name, UStringRef<UTF8> const& pattern) {
-    AutoUString<UTF8> const text = ConvertByLocale(name);
+    AutoUString<UTF8> const text = ReadByLocale(name);
     return MatchesWildcard(text.empty() ? ConstData(BytesOf(name)) : ConstData(text), pattern);
 }
 

@@ -20,6 +20,8 @@ public:
     // Views, valid until the name is changed or moved.
     UStringRef<UTF8> Text() const { return m_text.Ref(); }
     UStringRef<Binary8Bit> Bytes() const { return m_bytes.Ref(); }
+    // The one that is in use; valid as they are.
+    ConstData Raw() const { return m_bytes.empty() ? ConstData(m_text) : ConstData(m_bytes); }
     // Whether the name is held as bytes.
     bool IsBinary() const { return !m_bytes.empty(); }
     bool empty() const { return m_text.empty() && m_bytes.empty(); }

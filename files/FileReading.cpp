@@ -11,9 +11,6 @@
 
 namespace {
 
-// The reader's own marker for a read past the end, whatever the system means by the number.
-constexpr int cReadPastEnd = 90;
-
 constexpr mode_t cModeOfNewFiles = 0666;
 
 // Its reader waits until the kernel has something to log.

@@ -16,6 +16,9 @@
 // What Length() gives for a file that has no length to seek to.
 inline constexpr unsigned long cNoFileLength = static_cast<unsigned long>(-1);
 
+// The code of a read past the end: the reader's own marker, whatever the system means by the number.
+inline constexpr int cReadPastEnd = 90;
+
 namespace UnixPlatform {
 
 // A file that is open for reading, or no file. It closes its file when it goes, without a word about a
@@ -37,8 +40,9 @@ public:
     void Close();
 
     // The length of the file in bytes. A pipe and other files without an end that can be sought, such as
-    // many below /proc, give cNoFileLength, from then on without asking the system. The offset of the
-    // descriptor stays as it was. Throws FileNotOpenError with code 0 when nothing is open.
+    // many below /proc, give cNoFileLength, and from then on without a look at the file: also once it is
+    // closed, until the next one is opened. Otherwise FileNotOpenError with code 0 is thrown when nothing is
+    // open. The offset of the descriptor stays as it was.
     unsigned long Length() const;
 
     // Whether Length() has found the file to have no end that can be sought.
@@ -46,7 +50,8 @@ public:
     bool IsOpen() const { return m_descriptor != -1; }
     // The descriptor, which stays the path's own; -1 when nothing is open.
     std::int32_t Descriptor() const { return m_descriptor; }
-    // Of the file that is open, or of the last that was to be opened.
+    // Of the last file that was to be opened, whether that went well or not, and also once it is closed.
+    // Empty before the first one.
     FileLocation const& Location() const { return m_location; }
 
     // Throws by ThrowFileError. Returns for code 0.
@@ -71,7 +76,9 @@ private:
 //
 // A file without a length, such as many below /proc, is finished when a read of one byte gives none. A pipe
 // has no offsets either: a reader that starts at position 0 takes what the pipe holds, byte after byte, and
-// a reader that starts elsewhere or is reset after reading finds that it can't seek there.
+// a reader that starts elsewhere or is reset after reading finds that it can't seek there. Copies of a reader
+// of a pipe take the bytes from one another, but each gives the one that had been looked at before the copy:
+// only one of them should read on.
 class FileReader : public DataReader {
 public:
     // A reader of no file: finished, and a read of a range throws FileIOError.

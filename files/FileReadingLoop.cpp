@@ -11,7 +11,7 @@ FileReadingLoop::FileReadingLoop(Data room, UnixPlatform::FileReadingPath const&
 }
 
 void FileReadingLoop::Start(UnixPlatform::FileReadingPath const& path, unsigned long position) {
-    m_current = ConstData();
+    Stop();
     m_reader.Start(path, position);
     StartAt(m_reader.Length() - position, !path.Unseekable());
 }
@@ -22,13 +22,13 @@ void FileReadingLoop::Start(UnixPlatform::FileReadingPath const& path, Range<uns
 
 void FileReadingLoop::Start(UnixPlatform::FileReadingPath const& path, unsigned long begin,
                             unsigned long end) {
-    m_current = ConstData();
+    Stop();
     m_reader.Start(path, begin);
     StartAt(end - begin, true);
 }
 
 void FileReadingLoop::Start(UnixPlatform::FileReader const& reader, Range<unsigned long> range) {
-    m_current = ConstData();
+    Stop();
     m_reader = reader;
     m_reader.SetPosition(range.begin);
     StartAt(range.end - range.begin, true);
@@ -40,16 +40,27 @@ void FileReadingLoop::StartAt(unsigned long count, bool endKnown) {
     ReadNext();
 }
 
-void FileReadingLoop::Read() {
+void FileReadingLoop::Stop() {
     m_current = ConstData();
-    if (!m_reader.Unfinished()) throw FileReadingLoopEndOfFileError();
+    m_toRead = 0;
+}
+
+void FileReadingLoop::DropChunk() {
+    m_toRead -= m_current.Size();
+    m_current = ConstData();
+}
+
+// The range is looked at first: the question whether a pipe has more may wait for its writer.
+void FileReadingLoop::Read() {
+    DropChunk();
+    if (m_toRead == 0 || !m_reader.Unfinished()) throw FileReadingLoopEndOfFileError();
     ReadChunk();
     // A file that has become shorter still counts as unfinished, and would do so forever.
     if (m_current.empty()) throw FileReadingLoopEndOfFileError();
 }
 
 FileReadingLoop& FileReadingLoop::operator++() {
-    m_toRead -= m_current.Size();
+    DropChunk();
     ReadNext();
     return *this;
 }
@@ -57,7 +68,6 @@ FileReadingLoop& FileReadingLoop::operator++() {
 // The end of a file without a length is no surprise when it comes. It shows in the read itself, so that
 // nothing is read twice and a failure is not taken for the end.
 void FileReadingLoop::ReadNext() {
-    m_current = ConstData();
     if (m_toRead == 0) return;
     if (m_endKnown) return Read();
     ReadChunk();

@@ -39,20 +39,23 @@ public:
     // The chunk that was read last; empty when the loop is over. Valid until the next is read.
     ConstData operator*() const { return m_current; }
 
-    // Reads the next chunk in the place of the current one. Throws FileReadingLoopEndOfFileError at the end
-    // of the file and at that of the range.
+    // Reads the next chunk in the place of the current one, which counts as read. Throws
+    // FileReadingLoopEndOfFileError at the end of the file and at that of the range.
     void Read();
     // Goes on to the next chunk or, behind the last byte, to the end of the loop.
     FileReadingLoop& operator++();
 
 private:
+    void Stop();
     void StartAt(unsigned long count, bool endKnown);
+    void DropChunk();
     void ReadNext();
     void ReadChunk();
 
     Data m_room;
     UnixPlatform::FileReader m_reader;
     ConstData m_current;
+    // From the current chunk on.
     unsigned long m_toRead = 0;
     bool m_endKnown = true;
 };

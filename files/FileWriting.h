@@ -35,7 +35,8 @@ public:
     void FlushOnBrokenFilesystemsWithRetry(FileLocation const& location, FileRetryLog const& log) const;
 
     // Not what its name says, and to be known before it is used. A file that is at least `length` bytes long
-    // keeps its length: it is never cut. A shorter one gets one zero byte written where a seek by 0 bytes
+    // keeps its length: it is never cut; one without a length that can be sought is refused with FileIOError
+    // and code 22, whatever `length` is. A shorter one gets one zero byte written where a seek by 0 bytes
     // from the origin `length` - 1 leads: for 1 the front, for 2 the present offset, for 3 the end, and
     // for 4 and 5, on file systems that know them, the first byte that is stored and the first that is not.
     // Any greater `length` is refused with FileIOError and code 22.

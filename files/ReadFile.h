@@ -21,8 +21,12 @@ protected:
 
 // Reads a file into a receiver: Start, a Receive for each chunk of at most 4096 bytes, ReceiveEnd when the
 // file is closed again. It is read from `start` on, to its end or up to, but not including, `end`. A file
-// without a length, such as a pipe or one below /proc, is read until it gives nothing more. `budget` may be
+// without a length, such as a pipe and many below /proc, is read until it gives nothing more. `budget` may be
 // null.
+//
+// A length that the system tells counts, also where it makes the contents up and tells a wrong one: such a
+// file below /proc with the length 0 is read as empty, and one below /sys, whose length is that of a page,
+// throws FileReadingLoopEndOfFileError behind what there is.
 //
 // The receiver's Start comes before the file is opened; when anything throws, it gets no ReceiveEnd. Throws
 // EmptyFileLocationError, what opening and reading throw, FileReadingLoopEndOfFileError for a file that ends
@@ -44,5 +48,6 @@ void ReadFile(FileLocation const& location, MessageReceiver& message, unsigned l
               CpuBudget* budget = nullptr);
 
 // The same for a range of a file that is open. The reader gives the file and its length; it does not move.
+// That of a pipe has lost what was read all the same.
 void ReadFileRange(UnixPlatform::FileReader const& reader, Range<unsigned long> const& range,
                    DataReceiver& receiver);

@@ -6,6 +6,7 @@
 #include "files/FileStats.h"
 #include "files/NonEmptyLocation.h"
 #include "text/Ascii.h"
+#include "text/IsUTF8.h"
 #include "text/Numerals.h"
 #include "text/UString.h"
 
@@ -57,6 +58,13 @@ FileLocation const& TemporaryDirectoryMadeAnew() {
     return directory;
 }
 
+// Whether the name makes one component behind a ".". Only strict UTF-8 is what it seems to be in every
+// locale.
+bool IsEndOfComponent(UStringRef<UTF8> const& name) {
+    auto const isForbidden = [](unsigned char byte) { return byte == '/' || byte == 0; };
+    return name != "."_utf8 && IsUTF8(name) && std::none_of(name.begin(), name.end(), isForbidden);
+}
+
 // The location itself, if it is a directory; otherwise the directory that it is in.
 FileLocation DirectoryAt(FileLocation const& location) {
     return NonEmpty(location).IsDirectory() ? location : location.Parent();
@@ -87,6 +95,7 @@ void InitializeTemporaryFileDirLocation() {
 FileLocation UISessionDefaultDirectory(UStringRef<UTF8> const& name) {
     AutoUString<UTF8> path("VRK/ClientUI"_utf8);
     if (!name.empty()) {
+        if (!IsEndOfComponent(name)) throw IllegalFileName();
         path += "/."_utf8;
         path += name;
     }
@@ -157,7 +166,7 @@ void MakeTemporaryFileLocation(FileLocation& location, UStringRef<UTF8> const& h
 void GetDateFromNameInFileLocation(FileLocation const& location, unsigned int& year, unsigned int& month,
                                    unsigned int& day) {
     FileName const name = location.Name();
-    ConstData const bytes = name.IsBinary() ? ConstData(name.Bytes()) : ConstData(name.Text());
+    ConstData const bytes = name.Raw();
     if (bytes.Size() < cDateSize) throw IllegalFileName();
     auto const* const first = bytes.begin();
     if (!std::all_of(first, first + cDateSize, [](unsigned char c) { return Ascii::Numeric().Has(c); }))

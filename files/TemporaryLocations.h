@@ -4,9 +4,11 @@
 
 // Places for temporary files, and unique names.
 //
-// A unique name is the hint with six characters of the system's choice behind it. Making one throws
-// CreateUniqueFileLocationFailed with the error number, with ENAMETOOLONG also for a path of 4096 bytes or
-// more, and EmptyFileLocationError for an empty directory.
+// A unique name is the hint with six characters of the system's choice behind it. A hint is the program's
+// own: it is taken as it is written, so that one with a "/" leads into another directory, be it by "..". The
+// system reads it up to a NUL, which must have six times "X" in front of it then (EINVAL). Making a name
+// throws CreateUniqueFileLocationFailed with the error number, with ENAMETOOLONG also for a path of 4096
+// bytes or more, and EmptyFileLocationError for an empty directory.
 
 // "/tmp", which is made if it is missing. One location for the process, which lives for ever.
 FileLocation const& TemporaryFileDirLocation();
@@ -14,7 +16,8 @@ FileLocation const& TemporaryFileDirLocation();
 void InitializeTemporaryFileDirLocation();
 
 // Where the session's files go unless the client says otherwise: "/tmp/VRK/ClientUI" for an empty name, and
-// "/tmp/VRK/ClientUI/.name" for "name". Nothing is made.
+// "/tmp/VRK/ClientUI/.name" for "name". Nothing is made. Throws IllegalFileName for a name that would not
+// stand there as one component: "." (it would give ".."), one with a "/" or a NUL, and one that is no UTF-8.
 FileLocation UISessionDefaultDirectory(UStringRef<UTF8> const& name);
 
 // Make an empty file (mode 0600) or directory (mode 0700) of a unique name in a directory, which has to be

@@ -9,6 +9,9 @@ namespace {
 
 constexpr unsigned long cMostBytes = 4294967295;
 
+// The system gives no more than this with one read.
+constexpr unsigned long cMostBytesAtOnce = 2147479552;
+
 } // namespace
 
 FormatFile::FormatFile(FileLocation const& file, UStringRef<UTF8> const& language)
@@ -31,6 +34,8 @@ FormatFile::Contents FormatFile::Read(FileLocation const& file) {
     FileReadingPath const path(file);
     unsigned long const length = path.Length();
     if (length > cMostBytes) throw RequiredValueWouldOverflow();
+    // What the read would come to, but without two gibibytes in memory.
+    if (length > cMostBytesAtOnce) throw EndOfFileError(file, cReadPastEnd);
     Contents contents{std::make_unique_for_overwrite<unsigned char[]>(length), length};
     FileReader reader(path, 0);
     reader >> Data(contents.bytes.get(), contents.bytes.get() + length);

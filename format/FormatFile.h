@@ -15,8 +15,9 @@ public:
     //
     // Throws EmptyFileLocationError for the empty location, FileNotFoundError and the other errors of files
     // (see files/FileErrors.h), EndOfFileError for a file that has become shorter meanwhile or gives less
-    // than its length at once, and RequiredValueWouldOverflow for a file longer than 4294967295 bytes and for
-    // one without a length, such as a pipe.
+    // than its length at once, as every file longer than 2147479552 bytes does, and
+    // RequiredValueWouldOverflow for one longer than 4294967295 bytes and for one without a length, such as a
+    // pipe. These two lengths are refused before any memory is taken.
     FormatFile(FileLocation const& file, UStringRef<UTF8> const& language);
     // Takes the contents over; the views into them stay valid. What is left has no contents and no overrides.
     FormatFile(FormatFile&& other) noexcept;

@@ -9,8 +9,10 @@ class EventLink;
 
 // A flag that waiters of any thread can watch: signaled by SetEvent, and then signaled until ResetEvent. How
 // to wait for one is told in foundation/EventWaiting.h. Any thread may call anything here at any time; an
-// event must outlive its waiters. A failing threading call throws MutexError or, from the waiter's side,
-// EventError.
+// event must outlive its waiters.
+//
+// A failing threading call throws MutexError or, from the waiter's side, EventError; what was done before it
+// stays done. An event that then can't give its lock back keeps it.
 class Event {
 public:
     // Not signaled.
@@ -19,7 +21,8 @@ public:
     Event& operator=(Event const&) = delete;
     ~Event() = default;
 
-    // Signals the event and wakes everyone who waits for it; once more, too, when it is signaled already.
+    // Signals the event and wakes everyone who waits for it; once more, too, when it is signaled already. A
+    // waiter that can't be woken keeps those behind it from being woken; the event is signaled all the same.
     void SetEvent();
     void ResetEvent();
 

@@ -13,6 +13,7 @@ namespace {
 // From one microsecond more on, an interval means to wait without limit.
 constexpr TimeInterval cLongestTimedWait = TimeInterval::FromMicroseconds(4294967294999);
 
+// Scoped hold of a mutex with default attributes, which its holder can't fail to unlock.
 class Hold {
 public:
     explicit Hold(pthread_mutex_t& mutex) : m_mutex(mutex) {

@@ -41,8 +41,10 @@ private:
 // that is gone. Both must outlive it.
 class EventLink : public ListNode {
 public:
-    // Throws AlreadySignaled when the event is signaled.
+    // Throws AlreadySignaled when the event is signaled, and MutexError.
     EventLink(EventSignal& signal, Event const& event);
+    // Ends the process (std::terminate) when the lock of the event fails: the event might go on to wake a
+    // waiter that is gone.
     ~EventLink();
 
     EventSignal& Signal() const { return m_signal; }

@@ -8,7 +8,7 @@ namespace UnixPlatform {
 
 namespace {
 
-// Scoped hold of the guard.
+// Scoped hold of the guard, which has default attributes: its holder can't fail to unlock it.
 class Guard {
 public:
     explicit Guard(pthread_mutex_t& mutex) : m_mutex(mutex) {

@@ -1,5 +1,6 @@
 #include "foundation/PortableThread.h"
 
+#include "foundation/Event.h"
 #include "foundation/ThreadExit.h"
 
 #include <cerrno>
@@ -15,6 +16,7 @@
 // object with it, before pthread_create has returned; so it is the thread that notes its handle.
 
 std::atomic<bool> ThreadKiller::m_kill{false};
+UnixPlatform::EventMaster& ThreadKiller::m_Event = *new UnixPlatform::EventMaster;
 
 namespace {
 

@@ -15,8 +15,7 @@ class EventMaster;
 // Tells the service loops of the process to end. Nothing in this program sets either.
 struct ThreadKiller {
     static std::atomic<bool> m_kill;
-    // Made before main and never destroyed. It belongs to the events (foundation/Event.h): who uses it links
-    // them.
+    // Made before main and never destroyed. Who waits for it links the events (foundation/EventWaiting.h).
     static UnixPlatform::EventMaster& m_Event;
 };
 

@@ -7,8 +7,11 @@
 #include "foundation/LineFlattener.h"
 #include "foundation/LineMaker.h"
 #include "link/FileXML.h"
+#include "text/Buffers.h"
 #include "text/UStringBuilder.h"
 #include "xml/XMLSerialize.h"
+
+#include <array>
 
 namespace {
 
@@ -28,13 +31,48 @@ private:
     UTextReceiver<UTF8>& m_text;
 };
 
+// Gathers bytes into larger pieces. A line of Base64 text makes some tens of bytes, and a file takes each
+// piece by a call of the system.
+class PieceGatherer : public DataReceiver {
+public:
+    explicit PieceGatherer(DataReceiver& receiver) : m_receiver(receiver) {}
+
+    using DataReceiver::Receive;
+    void Start() override { m_receiver.Start(); }
+    void Receive(ConstData data) override {
+        if (data.Size() > m_free.Room()) HandOn();
+        if (data.Size() > m_free.Room())
+            m_receiver.Receive(data);
+        else
+            m_free << data;
+    }
+    void ReceiveEnd() override {
+        HandOn();
+        m_receiver.ReceiveEnd();
+    }
+
+private:
+    static constexpr std::size_t cPieceSize = 16384;
+
+    Buffer Emptied() { return Buffer(Data(m_room.data(), m_room.data() + m_room.size())); }
+    void HandOn() {
+        if (!m_free.Written().empty()) m_receiver.Receive(m_free.Written());
+        m_free = Emptied();
+    }
+
+    DataReceiver& m_receiver;
+    std::array<unsigned char, cPieceSize> m_room;
+    Buffer m_free = Emptied();
+};
+
 } // namespace
 
 void FileTransfer::WriteToFile(FileLocation const& location) const {
     FileWritingPath path(location, OpenNewFileOrAsNewFile());
     FileDataSink sink;
     sink(path, 0);
-    Base64DecodingDataMaker decoder(sink);
+    PieceGatherer gatherer(sink);
+    Base64DecodingDataMaker decoder(gatherer);
     LineMaker lines(decoder);
     lines.Start();
     lines.Receive(ConstData(content));

@@ -48,9 +48,7 @@ AutoUString<UTF8> NameOfTranslation(UStringRef<UTF8> const& prefix, UStringRef<U
 
 // A name held as bytes counts as UTF-8.
 bool IsNamed(FileTransfer const& file, UStringRef<UTF8> const& name) {
-    return Ascii::EqualIgnoringCase(file.fileName.IsBinary() ? ConstData(file.fileName.Bytes())
-                                                             : ConstData(file.fileName.Text()),
-                                    ConstData(name));
+    return Ascii::EqualIgnoringCase(file.fileName.Raw(), ConstData(name));
 }
 
 } // namespace

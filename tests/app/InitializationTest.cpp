@@ -5,35 +5,19 @@
 #include "app/Translations.h"
 #include "app/WidgetHelpers.h"
 #include "files/FileErrors.h"
+#include "format/FormatOverrideContext.h"
+#include "foundation/Exceptions.h"
 #include "tests/app/ProcessStateFixture.h"
+#include "tests/files/ChildProcess.h"
 #include "tests/support/LocaleScope.h"
+#include "tests/support/SupportFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cstdlib>
+#include <memory>
+#include <sys/stat.h>
 
 // An InitializationInfo applied whole: the session directory, the support files and the translations.
-
-namespace {
-
-std::string Base64(std::string const& bytes) {
-    static char const digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text;
-    unsigned int bits = 0;
-    int count = 0;
-    for (char const byte : bytes) {
-        bits = bits << 8 | static_cast<unsigned char>(byte);
-        for (count += 8; count >= 6; count -= 6) text += digits[bits >> (count - 6) & 63];
-    }
-    if (count > 0) text += digits[bits << (6 - count) & 63];
-    return text;
-}
-
-std::string SupportFile(std::string const& name, std::string const& bytes) {
-    return "<SupportFiles><FileName>" + name + "</FileName><Content>" + Base64(bytes) +
-           "</Content></SupportFiles>";
-}
-
-} // namespace
 
 class Initialization : public ProcessStateTest {
 protected:
@@ -145,16 +129,60 @@ TEST_F(Initialization, LooksAtTheCharactersOfTheLocaleAlone) {
     EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
 }
 
-TEST_F(Initialization, NothingOfOneThatFailedStaysInForce) {
+namespace {
+
+// Takes one set, and no second.
+class NarrowContext : public FormatOverrideContext {
+public:
+    void AddLanguage(ListLink<FormatOverrideSet const>& link) override {
+        if (m_full) throw RequiredValueWouldOverflow();
+        m_full = true;
+        FormatOverrideContext::AddLanguage(link);
+    }
+
+private:
+    bool m_full = false;
+};
+
+} // namespace
+
+// The user sees nothing of it, as there is no dialog yet, and the client hears nothing.
+TEST_F(Initialization, NothingOfOneThatFailedAmongItsTranslationsStaysInForce) {
     Environment("de_DE.UTF-8");
+    SetCustomFormatOverrideContext(std::make_unique<NarrowContext>());
     Initialize(SupportFile("_brand.xlat", "OK\tbrand\n") + SupportFile("de_DE.xlat", "OK\tGut\n"));
-    // As if the message had failed behind its translations.
-    initialized = false;
-    EXPECT_EQ(Shown("OK"), "Gut");
+    EXPECT_FALSE(initialized);
+    EXPECT_TRUE(Sent().empty());
+    EXPECT_TRUE(m_folder.Has("base/de_DE.xlat"));
+    EXPECT_EQ(m_formatOverrides.size(), 1u) << "it has failed between the two";
     Initialize("", false);
     EXPECT_TRUE(initialized);
     EXPECT_FALSE(international);
+    EXPECT_TRUE(m_formatOverrides.empty());
+    EXPECT_TRUE(m_formatFiles.empty());
     EXPECT_EQ(Shown("OK"), "OK");
+    DropTranslations();
+    SetCustomFormatOverrideContext(nullptr);
+}
+
+// Files that nobody may read, such as this umask makes of all that are laid down.
+TEST_F(Initialization, FailsForATranslationThatCannotBeRead) {
+    m_folder.MakeFolder("base");
+    chmod(m_folder.Path().c_str(), 0777);
+    chmod(Base().c_str(), 0777);
+    EXPECT_EQ(InChild([&] {
+                  if (!BecomeOrdinaryUser()) return std::string(cNotAllowed);
+                  umask(0777);
+                  Initialize(SupportFile("other", "x"));
+                  std::string const withoutTranslation = initialized ? "done, " : "failed, ";
+                  initialized = false;
+                  Initialize(SupportFile("_brand.xlat", "OK\tbrand\n"));
+                  std::string const withTranslation = initialized ? "done, " : "failed, ";
+                  umask(0077);
+                  Initialize(SupportFile("_brand.xlat", "OK\tbrand\n"));
+                  return withoutTranslation + withTranslation + Shown("OK");
+              }),
+              "done, failed, brand");
 }
 
 TEST_F(Initialization, AFileThatCannotBeReadAddsNothing) {

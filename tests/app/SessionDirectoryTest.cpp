@@ -2,6 +2,7 @@
 
 #include "files/FileErrors.h"
 #include "foundation/Exceptions.h"
+#include "tests/support/BeforeStatus.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/UStringPrinting.h"
 
@@ -89,6 +90,24 @@ TEST(SessionDirectory, OnesOwnThroughALinkIsEmptied) {
     PrepareSessionDirectory(folder.Location("link"));
     EXPECT_FALSE(folder.Has("base/file"));
     EXPECT_TRUE(folder.Has("base"));
+}
+
+// Whoever owns a directory above may do that between any two steps.
+TEST(SessionDirectory, NeitherIsEmptiedWhenAnotherIsPutInItsPlaceMeanwhile) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("base");
+    folder.Write("base/file", "x");
+    folder.MakeFolder("documents");
+    folder.Write("documents/kept", "x");
+    int asked = 0;
+    BeforeStatus const before([&](std::string const& path) {
+        if (path != folder.Path("base") || ++asked != 2) return;
+        std::filesystem::rename(folder.Path("base"), folder.Path("moved"));
+        std::filesystem::rename(folder.Path("documents"), folder.Path("base"));
+    });
+    EXPECT_THROW(PrepareSessionDirectory(folder.Location("base")), FilePermissionError);
+    EXPECT_TRUE(folder.Has("base/kept"));
+    EXPECT_TRUE(folder.Has("moved/file"));
 }
 
 TEST(SessionDirectory, WhatIsNoDirectoryIsRefused) {

@@ -9,17 +9,32 @@
 #include "tests/files/QuickFolder.h"
 #include "tests/files/RecordedWaits.h"
 #include "tests/files/SystemCalls.h"
+#include "tests/support/BeforeStatus.h"
 #include "tests/support/LocaleScope.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <climits>
+#include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <memory>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 
 namespace {
+
+// Deletes the file just before it is asked for its status so many times, for the scope.
+class DisappearingFile {
+public:
+    DisappearingFile(std::string const& path, int time)
+        : m_before([path, time, asked = 0](std::string const& askedPath) mutable {
+              if (askedPath == path && ++asked == time) std::filesystem::remove(path);
+          }) {}
+
+private:
+    BeforeStatus m_before;
+};
 
 struct stat LinkStatusOf(std::string const& path) {
     struct stat status = {};
@@ -81,6 +96,11 @@ void ExpectTree(TemporaryFolder const& folder, std::string const& name) {
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path(name + "/empty")));
     EXPECT_EQ(folder.Read(name + "/a/link"), "1");
     EXPECT_TRUE(S_ISREG(LinkStatusOf(folder.Path(name + "/a/link")).st_mode));
+}
+
+// What a link says, be there something or not.
+std::string LinkText(TemporaryFolder const& folder, std::string const& name) {
+    return std::filesystem::read_symlink(folder.Path(name)).string();
 }
 
 } // namespace
@@ -208,6 +228,45 @@ TEST(CopyFile, ReportsAFullFileSystem) {
     EXPECT_EQ(result, "FileDiskFullError 28, a part");
 }
 
+TEST(CopyFile, ReportsAFileThatMayNotGrowAsLarge) {
+    TemporaryFolder const folder;
+    folder.Write("source", Contents(300000));
+    EXPECT_EQ(InChild([&] {
+                  rlimit const limit{100000, 100000};
+                  std::signal(SIGXFSZ, SIG_IGN);
+                  if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return std::string(cNotAllowed);
+                  return FailureOf([&] { CopyFile(folder.Location("source"), folder.Location("target")); });
+              }),
+              "FileIOError 27");
+    EXPECT_TRUE(folder.Read("target") == Contents(100000));
+    EXPECT_EQ(folder.Read("source").size(), 300000U);
+}
+
+TEST(CopyingFiles, ReportsAReadOnlyFileSystem) {
+    TemporaryFolder const folder;
+    folder.Write("file", "kept");
+    folder.MakeFolder("directory");
+    folder.Write("directory/file", "kept");
+    folder.MakeFolder("mounted");
+    std::string const result = InChild([&] {
+        if (!MountMemoryForThisProcess(folder.Path("mounted"), MS_RDONLY)) return std::string(cNotAllowed);
+        std::string failures;
+        for (Operation const& operation : cOperations) {
+            char const* const source = operation.call == &CopyDirectoryContents ? "directory" : "file";
+            failures += FailureOf([&] {
+                            operation.call(folder.Location(source), folder.Location("mounted/target"));
+                        }) +
+                        '\n';
+        }
+        return failures;
+    });
+    if (result == cNotAllowed) GTEST_SKIP() << "A process may not mount a file system of its own here.";
+    EXPECT_EQ(result,
+              "FileIOError 30\nFileIOError 30\nFileIOError 30\nFileIOError 30\nDirectoryCreateFailed 30\n");
+    EXPECT_EQ(folder.Read("file"), "kept");
+    EXPECT_EQ(folder.Read("directory/file"), "kept");
+}
+
 TEST(CopyFile, ReportsAFileThatCannotBeClosed) {
     TemporaryFolder const folder;
     folder.Write("source", "x");
@@ -322,6 +381,49 @@ TEST(ForceCopyFile, LosesNothingWhenItCopiesAFileToItself) {
     EXPECT_EQ(folder.Read("link"), "kept");
 }
 
+TEST(ForceCopyFile, LeavesAFileOfSeveralNamesAsItIsHoweverOneOfThemIsSpelled) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("directory");
+    folder.Write("directory/file", "kept");
+    folder.MakeLink("directory", "other-way");
+    folder.MakeLink("directory/file", "link");
+    ASSERT_EQ(link(folder.Path("directory/file").c_str(), folder.Path("directory/hard").c_str()), 0);
+    FileLocation const file = folder.Location("directory/file");
+    for (char const* const spelling : {"directory/file", "directory/./file", "directory//file",
+                                       "other-way/file", "directory/../other-way/file"}) {
+        // Nothing is written anew, so that no failure can lose anything.
+        FailingCall const failing(SystemCall::Write, ENOSPC, 100);
+        ForceCopyFile(file, folder.Location(spelling));
+        ForceCopyFile(folder.Location(spelling), file);
+        ForceCopyFile(folder.Location("link"), folder.Location(spelling));
+        EXPECT_EQ(LinkStatusOf(folder.Path("directory/file")).st_nlink, 2U) << spelling;
+        EXPECT_EQ(folder.Read("directory/file"), "kept") << spelling;
+    }
+}
+
+TEST(ForceCopyFile, MakesOfTheOtherNameOfAFileAFileOfItsOwn) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("directory");
+    folder.Write("file", "kept");
+    for (char const* const name : {"hard", "directory/file"}) {
+        ASSERT_EQ(link(folder.Path("file").c_str(), folder.Path(name).c_str()), 0);
+        ForceCopyFile(folder.Location("file"), folder.Location(name));
+        EXPECT_EQ(folder.Read("file"), "kept") << name;
+        EXPECT_EQ(folder.Read(name), "kept") << name;
+        EXPECT_NE(LinkStatusOf(folder.Path(name)).st_ino, LinkStatusOf(folder.Path("file")).st_ino) << name;
+    }
+}
+
+TEST(ForceCopyFile, LosesNothingWhenItCopiesALinkToItsFile) {
+    TemporaryFolder const folder;
+    folder.Write("file", "kept");
+    folder.MakeLink("file", "link");
+    FailingCall const failing(SystemCall::Write, ENOSPC, 100);
+    ForceCopyFile(folder.Location("link"), folder.Location("file"));
+    EXPECT_EQ(folder.Read("file"), "kept");
+    EXPECT_EQ(LinkText(folder, "link"), "file");
+}
+
 TEST(MoveFile, MovesFilesDirectoriesAndLinks) {
     TemporaryFolder const folder;
     folder.Write("file", "contents");
@@ -421,6 +523,36 @@ TEST(MoveFile, LeavesWhatALinkToADirectoryLeadsTo) {
     MakeTree(here, "tree");
     here.MakeLink("tree", "link");
     MoveFile(here.Location("link"), elsewhere->Location("moved"));
+    EXPECT_FALSE(here.Has("link"));
+    EXPECT_EQ(here.Read("tree/file"), "1");
+    ExpectTree(*elsewhere, "moved");
+}
+
+TEST(MoveFile, KeepsLinksToDirectoriesInATreeThatMovesToAnotherFileSystem) {
+    TemporaryFolder const here;
+    auto const elsewhere = FolderElsewhere(here);
+    if (!elsewhere) GTEST_SKIP() << cOneFileSystem;
+    here.MakeFolder("outside");
+    here.Write("outside/file", "kept");
+    MakeTree(here, "tree");
+    here.MakeLink(here.Path("outside"), "tree/outside");
+    here.MakeLink("../a", "tree/a/again");
+    MoveFile(here.Location("tree"), elsewhere->Location("moved"));
+    EXPECT_FALSE(here.Has("tree"));
+    EXPECT_EQ(here.Read("outside/file"), "kept");
+    ExpectTree(*elsewhere, "moved");
+    EXPECT_EQ(LinkText(*elsewhere, "moved/outside"), here.Path("outside"));
+    EXPECT_EQ(LinkText(*elsewhere, "moved/a/again"), "../a");
+    EXPECT_EQ(elsewhere->Read("moved/a/again/again/link"), "1");
+}
+
+TEST(MoveFile, DeletesALinkHoweverItsNameEndsBehindACopyToAnotherFileSystem) {
+    TemporaryFolder const here;
+    auto const elsewhere = FolderElsewhere(here);
+    if (!elsewhere) GTEST_SKIP() << cOneFileSystem;
+    MakeTree(here, "tree");
+    here.MakeLink("tree", "link");
+    MoveFile(here.Location("link/."), elsewhere->Location("moved"));
     EXPECT_FALSE(here.Has("link"));
     EXPECT_EQ(here.Read("tree/file"), "1");
     ExpectTree(*elsewhere, "moved");
@@ -544,6 +676,100 @@ TEST(ForceMoveFile, LosesNothingWhenItMovesSomethingToItself) {
     ForceMoveFile(folder.Location("hard"), folder.Location("directory/file"));
     EXPECT_FALSE(folder.Has("hard"));
     EXPECT_EQ(folder.Read("directory/file"), "kept");
+}
+
+TEST(ForceMoveFile, LosesNoNameOfAFileHoweverItIsSpelled) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("directory");
+    folder.Write("directory/file", "kept");
+    folder.MakeLink("directory", "other-way");
+    ASSERT_EQ(link(folder.Path("directory/file").c_str(), folder.Path("directory/hard").c_str()), 0);
+    FileLocation const file = folder.Location("directory/file");
+    for (char const* const spelling : {"directory/file", "directory/./file", "directory//file",
+                                       "other-way/file", "directory/../other-way/file"}) {
+        ForceMoveFile(file, folder.Location(spelling));
+        ForceMoveFile(folder.Location(spelling), file);
+        EXPECT_EQ(folder.Read("directory/file"), "kept") << spelling;
+        EXPECT_EQ(folder.Read("directory/hard"), "kept") << spelling;
+    }
+    // The same name in another directory is another one.
+    ASSERT_EQ(link(folder.Path("directory/file").c_str(), folder.Path("file").c_str()), 0);
+    ForceMoveFile(file, folder.Location("file"));
+    EXPECT_FALSE(folder.Has("directory/file"));
+    EXPECT_EQ(folder.Read("file"), "kept");
+    EXPECT_EQ(LinkStatusOf(folder.Path("file")).st_nlink, 2U);
+}
+
+TEST(ForceMoveFile, TakesNamesWithoutADirectory) {
+    TemporaryFolder const folder;
+    folder.Write("file", "kept");
+    ASSERT_EQ(link(folder.Path("file").c_str(), folder.Path("hard").c_str()), 0);
+    EXPECT_EQ(InChild([&] {
+                  if (chdir(folder.Path().c_str()) != 0) return std::string(cNotAllowed);
+                  return FailureOf(
+                      [] { ForceMoveFile(FileLocation("file"_utf8), FileLocation("./file"_utf8)); });
+              }),
+              "nothing");
+    EXPECT_EQ(folder.Read("file"), "kept");
+}
+
+TEST(ForceMoveFile, LosesNothingWhenItMovesALinkToWhatItLeadsTo) {
+    TemporaryFolder const folder;
+    folder.Write("file", "kept");
+    folder.MakeFolder("directory");
+    folder.MakeLink("file", "link");
+    folder.MakeLink("directory", "directory-link");
+    ForceMoveFile(folder.Location("link"), folder.Location("file"));
+    EXPECT_FALSE(folder.Has("link"));
+    EXPECT_EQ(folder.Read("file"), "kept");
+    EXPECT_EQ(
+        FailureOf([&] { ForceMoveFile(folder.Location("directory-link"), folder.Location("directory")); }),
+        "FileMoveError 22");
+    EXPECT_TRUE(S_ISDIR(LinkStatusOf(folder.Path("directory")).st_mode));
+    EXPECT_TRUE(folder.Has("directory-link"));
+}
+
+TEST(ForceMoveFile, LeavesTheTargetOfAMoveIntoTheSource) {
+    TemporaryFolder const folder;
+    std::filesystem::create_directories(folder.Path("directory/a/empty"));
+    folder.MakeLink("directory", "link");
+    for (char const* const target :
+         {"directory/a/empty", "directory/a/empty/.", "directory/../link/a/empty", "link/a/empty"})
+        EXPECT_EQ(FailureOf([&] { ForceMoveFile(folder.Location("directory"), folder.Location(target)); }),
+                  "FileMoveError 22")
+            << target;
+    EXPECT_TRUE(folder.Has("directory/a/empty"));
+
+    // A link to there stands elsewhere, and so does a directory whose name begins alike.
+    folder.MakeLink("directory/a", "link-below");
+    ForceMoveFile(folder.Location("directory"), folder.Location("link-below"));
+    EXPECT_TRUE(folder.Has("link-below/a/empty"));
+    std::filesystem::create_directories(folder.Path("link-below-2/room"));
+    ForceMoveFile(folder.Location("link-below"), folder.Location("link-below-2/room"));
+    EXPECT_TRUE(folder.Has("link-below-2/room/a/empty"));
+    // A link may go into the directory that it leads to.
+    folder.MakeFolder("link-below-2/more-room");
+    folder.MakeLink("link-below-2", "short");
+    ForceMoveFile(folder.Location("short"), folder.Location("link-below-2/more-room"));
+    EXPECT_EQ(LinkText(folder, "link-below-2/more-room"), "link-below-2");
+}
+
+TEST(ForceMoveFile, ReportsWhatDisappearsBeforeItIsAskedAgain) {
+    for (char const* const name : {"source", "target"}) {
+        TemporaryFolder const folder;
+        folder.Write("source", "new");
+        folder.Write("target", "old");
+        DisappearingFile const disappearing(folder.Path(name), 2);
+        std::string report = "nothing";
+        try {
+            ForceMoveFile(folder.Location("source"), folder.Location("target"));
+        } catch (InvalidStats const& failure) {
+            report = MakeString(failure.uwhat());
+        }
+        EXPECT_EQ(report, "File error \"12InvalidStats\" on \"" + folder.Path(name) + "\"");
+        EXPECT_EQ(folder.Read("source"), *name == 's' ? "" : "new");
+        EXPECT_EQ(folder.Read("target"), *name == 't' ? "" : "old");
+    }
 }
 
 TEST(ForceMoveFile, ReplacesWhatIsThereOnAnotherFileSystem) {
@@ -670,13 +896,50 @@ TEST(CopyDirectoryContents, ReportsAnItemThatIsNeitherFileNorDirectory) {
     EXPECT_EQ(reportWith("fifo"), on("fifo"));
     folder.MakeLink("missing", "source/dangling");
     EXPECT_EQ(reportWith("dangling"), on("dangling"));
-    folder.MakeLink("..", "source/up");
-    EXPECT_EQ(reportWith("up"), on("up"));
-    folder.MakeLink(".", "source/self");
-    EXPECT_EQ(reportWith("self"), on("self"));
     folder.MakeLink("/dev/zero", "source/device");
     EXPECT_EQ(reportWith("device"), on("device"));
     EXPECT_EQ(reportWith("none"), "nothing");
+}
+
+TEST(CopyDirectoryContents, CopiesLinksToDirectoriesAsTheyAreWritten) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("outside");
+    folder.Write("outside/file", "kept");
+    folder.MakeFolder("source");
+    struct {
+        char const* name;
+        std::string text;
+    } const links[] = {{"up", ".."},
+                       {"self", "."},
+                       {"relative", "../outside"},
+                       {"absolute", folder.Path("outside")},
+                       {"further", "up"},
+                       {"b\xFF", "../outside/"}};
+    for (auto const& [name, text] : links) folder.MakeLink(text, std::string("source/") + name);
+    CopyDirectoryContents(folder.Location("source"), folder.Location("target"));
+    for (auto const& [name, text] : links)
+        EXPECT_EQ(LinkText(folder, std::string("target/") + name), text) << name;
+    EXPECT_EQ(folder.Read("target/relative/file"), "kept");
+
+    EXPECT_EQ(FailureOf([&] { CopyDirectoryContents(folder.Location("source"), folder.Location("target")); }),
+              "FileExistsError 17");
+    EXPECT_EQ(folder.Read("outside/file"), "kept");
+}
+
+TEST(CopyDirectoryContents, ReportsALinkThatCannotBeMade) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("source");
+    folder.MakeLink("..", "source/up");
+    folder.MakeFolder("target");
+    ModeScope const open(folder.Path(), 0777);
+    ModeScope const openSource(folder.Path("source"), 0777);
+    ModeScope const noWriting(folder.Path("target"), 0555);
+    EXPECT_EQ(InChild([&] {
+                  if (!BecomeOrdinaryUser()) return std::string(cNotAllowed);
+                  return FailureOf(
+                      [&] { CopyDirectoryContents(folder.Location("source"), folder.Location("target")); });
+              }),
+              "FilePermissionError 13");
 }
 
 TEST(CopyDirectoryContents, DoesNotCopyACopyIntoItself) {

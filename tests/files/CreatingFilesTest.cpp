@@ -39,10 +39,10 @@ mode_t ModeOf(std::string const& path) {
     return StatusOf(path).st_mode & 07777;
 }
 
-// "a/a/a", of so many bytes.
+// "a/a/a" or "aa/a/a", of so many bytes.
 std::string PathOfSize(std::size_t size) {
-    std::string path;
-    while (path.size() < size) path += path.size() % 2 == 0 ? 'a' : '/';
+    std::string path = size % 2 == 0 ? "aa" : "a";
+    while (path.size() < size) path += "/a";
     return path;
 }
 
@@ -242,8 +242,7 @@ TEST(CreateDirectoryTree, RefusesWhatIsTooLongBeforeItMakesAnything) {
 
 TEST(CreateDirectoryTree, MakesTheLongestPathThatTheSystemTakes) {
     TemporaryFolder const folder(QuickFolder());
-    std::string path = PathOfSize(PATH_MAX - 1 - folder.Path("").size());
-    if (path.back() == '/') path.back() = 'b';
+    std::string const path = PathOfSize(PATH_MAX - 1 - folder.Path("").size());
     CreateDirectoryTree(folder.Location(path));
     EXPECT_TRUE(folder.Location(path).IsDirectory());
     DeleteContents(folder.Location());

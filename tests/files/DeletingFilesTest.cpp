@@ -112,6 +112,10 @@ void MakeDeepTree(std::string const& path, int depth) {
     close(directory);
 }
 
+FileLocation Binary(std::string const& path) {
+    return FileLocation(UStringRef<Binary8Bit>(Binary8Bit(), MakeConstData(path)));
+}
+
 struct Operation {
     char const* name;
     void (*call)(FileLocation const&);
@@ -288,6 +292,57 @@ TEST(DeleteRecursive, DeletesOfALinkOnlyTheLink) {
     }
 }
 
+TEST(DeletingFiles, MeansALinkHoweverItsNameEnds) {
+    Operation const operations[] = {{"DeleteDirectory", DeleteDirectory},
+                                    {"ForceNonexistence", ForceNonexistence},
+                                    cDeletingTrees[0],
+                                    cDeletingTrees[1]};
+    for (Operation const& operation : operations)
+        for (char const* const end : {"", "/", "//", "/.", "/./", "/.//.", "/././"}) {
+            FullFolder const full;
+            full.Folder().MakeLink("outside", "link");
+            std::string const path = full.Folder().Path("link") + end;
+            // As text, which loses one "/"; from the system; and as bytes.
+            FileLocation const spellings[] = {FileLocation(MakeUTF8Ref(path)), FileLocation(path.c_str()),
+                                              Binary(path)};
+            for (FileLocation const& spelling : spellings) {
+                if (!full.Folder().Has("link")) full.Folder().MakeLink("outside", "link");
+                EXPECT_EQ(FailureOf([&] { operation.call(spelling); }), "nothing")
+                    << operation.name << ' ' << path;
+                EXPECT_FALSE(full.Folder().Has("link")) << operation.name << ' ' << path;
+                ASSERT_TRUE(full.OutsideIsWhole()) << operation.name << ' ' << path;
+            }
+        }
+}
+
+TEST(DeletingFiles, MeansADirectoryHoweverItsNameEnds) {
+    TemporaryFolder const folder;
+    for (char const* const end : {"/", "//", "/.", "/./"}) {
+        FileLocation const spelling = Binary(folder.Path("directory") + end);
+        for (Operation const& operation : cDeletingTrees) {
+            folder.MakeFolder("directory");
+            folder.Write("directory/file", "x");
+            operation.call(spelling);
+            EXPECT_FALSE(folder.Has("directory")) << operation.name << ' ' << end;
+        }
+        folder.MakeFolder("directory");
+        DeleteDirectory(spelling);
+        EXPECT_FALSE(folder.Has("directory")) << end;
+    }
+}
+
+TEST(DeletingFiles, LeavesAFileThatIsNamedAsADirectory) {
+    TemporaryFolder const folder;
+    folder.Write("file", "kept");
+    folder.MakeLink("file", "link");
+    for (char const* const name : {"file/", "file/.", "link/", "link/."})
+        for (Operation const& operation : AllOperations()) {
+            FailureOf([&] { operation.call(Binary(folder.Path(name))); });
+            EXPECT_EQ(folder.Read("file"), "kept") << operation.name << ' ' << name;
+            EXPECT_TRUE(folder.Has("link")) << operation.name << ' ' << name;
+        }
+}
+
 TEST(DeletingTrees, LeavesWhatIsNoDirectory) {
     TemporaryFolder const folder;
     folder.Write("file", "kept");
@@ -330,8 +385,7 @@ TEST(DeletingTrees, TakesNamesInEveryLocale) {
     TemporaryFolder const folder;
     folder.MakeFolder("\xE4");
     folder.Write("\xE4/file", "x");
-    std::string const path = folder.Path("\xE4");
-    DeleteRecursive(FileLocation(UStringRef<Binary8Bit>(Binary8Bit(), MakeConstData(path))));
+    DeleteRecursive(Binary(folder.Path("\xE4")));
     EXPECT_FALSE(folder.Has("\xE4"));
 }
 
@@ -405,6 +459,49 @@ TEST(DeletingTrees, DeletesAnEmptyDirectoryThatMayNotBeEntered) {
               }),
               "nothing");
     EXPECT_FALSE(folder.Has("tree/closed"));
+}
+
+TEST(DeleteRecursive, DeletesAnEmptyDirectoryThatMayNotBeRead) {
+    for (Operation const& operation : cDeletingTrees) {
+        TemporaryFolder const folder;
+        folder.MakeFolder("empty");
+        folder.MakeFolder("full");
+        folder.Write("full/file", "kept");
+        ModeScope const open(folder.Path(), 0777);
+        ModeScope const closed(folder.Path("empty"), 0);
+        ModeScope const closedFull(folder.Path("full"), 0);
+        EXPECT_EQ(InChild([&] {
+                      if (!BecomeOrdinaryUser()) return std::string(cNotAllowed);
+                      return FailureOf([&] { operation.call(folder.Location("empty")); }) + ", " +
+                             FailureOf([&] { operation.call(folder.Location("full")); });
+                  }),
+                  "nothing, FilePermissionError 13")
+            << operation.name;
+        EXPECT_FALSE(folder.Has("empty")) << operation.name;
+        EXPECT_TRUE(folder.Has("full")) << operation.name;
+    }
+}
+
+TEST(DeletingFiles, LeavesWhatIsOnAReadOnlyFileSystem) {
+    TemporaryFolder const folder;
+    std::string const result = InChild([&] {
+        if (!MountMemoryForThisProcess(folder.Path(), 0)) return std::string(cNotAllowed);
+        std::filesystem::create_directories(folder.Path("tree/empty"));
+        folder.Write("tree/file", "kept");
+        if (mount(nullptr, folder.Path().c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0)
+            return std::string(cNotAllowed);
+        std::string failures;
+        for (Operation const& operation : AllOperations()) {
+            bool const isForFiles = operation.call == &DeleteFile || operation.call == &ForceNonexistence;
+            std::string const failure =
+                FailureOf([&] { operation.call(folder.Location(isForFiles ? "tree/file" : "tree")); });
+            if (failure != "FileIOError 30") failures += std::string(operation.name) + ": " + failure + '\n';
+        }
+        bool const isWhole = folder.Read("tree/file") == "kept" && folder.Has("tree/empty");
+        return failures + (isWhole ? "left" : "damaged");
+    });
+    if (result == cNotAllowed) GTEST_SKIP() << "A process may not mount a file system of its own here.";
+    EXPECT_EQ(result, "left");
 }
 
 TEST(DeletingTrees, RefusesTheRootHoweverItIsWritten) {

@@ -100,6 +100,20 @@ TEST_F(FileDataSinkTest, PassesFailuresOn) {
     EXPECT_EQ(FailureOf([&] { sink.ReceiveEnd(); }), "FileIOError 5");
 }
 
+TEST_F(FileDataSinkTest, ADeviceThatIsFullFailsTheStream) {
+    FileWritingPath const full(FileLocation("/dev/full"_utf8));
+    FileDataSink sink(full, 0);
+    sink.Start();
+    EXPECT_EQ(FailureOf([&] { sink.Receive("abc"_data); }), "FileDiskFullError 28");
+}
+
+TEST_F(FileDataSinkTest, ASystemThatTakesNothingDoesNotKeepItForever) {
+    FileDataSink sink(path, 0);
+    sink.Start();
+    FailingCall const nothing(SystemCall::Write, 0, 1000000, 0, 0);
+    EXPECT_EQ(FailureOf([&] { sink.Receive("abc"_data); }), "FileIOError 5");
+}
+
 TEST_F(FileDataSinkTest, BoundToNoFileFails) {
     FileDataSink sink;
     sink.Start();

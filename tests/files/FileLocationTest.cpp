@@ -166,11 +166,36 @@ TEST(FileLocation, KeepsThePathFromTheSystemThatTheCLocaleCannotRead) {
     EXPECT_EQ(location.GetDisplayPath(), "2f6772c3bcc39f (UTF8: /gr\xC3\xBC\xC3\x9F)"_utf8);
 }
 
-TEST(FileLocation, CountsEveryPathFromTheSystemAsTextInAUTF8Locale) {
+TEST(FileLocation, KeepsThePathFromTheSystemThatIsNoUTF8InAUTF8Locale) {
     LocaleScope const locale("C.UTF-8");
-    FileLocation const location("/a\xFFz");
-    EXPECT_EQ(Holding(location), "/a\xFFz");
-    EXPECT_EQ(ForSystemCalls(location), "/a\xFFz");
+    // The last ones are a "/" in two bytes and a surrogate.
+    for (char const* const path : {"/a\xFFz", "/a\xC0\xAFz", "/a\xED\xA0\x80"}) {
+        FileLocation const location(path);
+        EXPECT_EQ(Holding(location), std::string("b:") + path);
+        EXPECT_EQ(ForSystemCalls(location), path);
+    }
+    EXPECT_EQ(FileLocation("/a\xFFz").GetDisplayPath(), "2f61ff7a"_utf8);
+    EXPECT_EQ(Holding(FileLocation("/\xC3\xA4")), "/\xC3\xA4");
+}
+
+TEST(FileLocation, KeepsThePathFromTheSystemThatWouldNotLeadBackAsText) {
+    LocaleScope const locale("zh_TW.BIG5");
+    // Two spellings of the character for ten, of which the locale writes the second.
+    FileLocation const first("/\xA2\xCC");
+    EXPECT_EQ(Holding(first), "b:/\xA2\xCC");
+    EXPECT_EQ(ForSystemCalls(first), "/\xA2\xCC");
+    FileLocation const second("/\xA4\x51");
+    EXPECT_EQ(Holding(second), "/\xE5\x8D\x81");
+    EXPECT_EQ(ForSystemCalls(second), "/\xA4\x51");
+}
+
+TEST(FileLocation, TellsWhatIsInUse) {
+    EXPECT_TRUE(Text("/a").Raw() == "/a"_data);
+    EXPECT_TRUE(Binary("/\xFF").Raw() == MakeConstData(std::string("/\xFF")));
+    EXPECT_TRUE(FileLocation().Raw().empty());
+    EXPECT_TRUE(FileName("a"_utf8).Raw() == "a"_data);
+    EXPECT_TRUE(FileName(Bytes("\xFF")).Raw() == MakeConstData(std::string("\xFF")));
+    EXPECT_TRUE(FileName().Raw().empty());
 }
 
 TEST(FileLocation, JoinsAChildToItsParent) {
@@ -259,6 +284,37 @@ TEST(FileLocation, KnowsTheParentOfABinaryChild) {
     EXPECT_EQ(Holding(relative.Name()), "b:\xFF");
 }
 
+TEST(FileLocation, KnowsTheRootAsTheParentOfABinaryChild) {
+    for (FileLocation const& child :
+         {FileLocation(Text("/"), Bytes("b/c")), FileLocation(Binary("/"), Bytes("/b/c/")),
+          FileLocation(Binary("/"), "b/c"_utf8), CreateBinaryLocation(Text("/"), Bytes("b/c"))}) {
+        EXPECT_EQ(Holding(child), "b:/b/c");
+        EXPECT_EQ(Holding(child.Parent()), "b:/");
+        EXPECT_EQ(Holding(child.Name()), "b:b/c");
+        EXPECT_TRUE(EqualOrDescendant(Text("/"), child));
+        EXPECT_FALSE(EqualOrDescendant(Text("/b"), child));
+        FileLocation const copy(child);
+        EXPECT_EQ(Holding(copy.Name()), "b:b/c");
+    }
+    // "/" is the parent here as well, but another "/" joins.
+    FileLocation const doubled(Binary("//"), Bytes("b/c"));
+    EXPECT_EQ(Holding(doubled), "b://b/c");
+    EXPECT_EQ(Holding(doubled.Parent()), "b:/");
+    EXPECT_EQ(Holding(doubled.Name()), "b:b/c");
+}
+
+TEST(FileLocation, IsTheRootAndHasNoNameAsItsEmptyBinaryChild) {
+    for (FileLocation const& root :
+         {FileLocation(Text("/"), Bytes("")), FileLocation(Binary("/"), "/"_utf8)}) {
+        EXPECT_EQ(Holding(root), "b:/");
+        EXPECT_TRUE(root.IsRoot());
+        EXPECT_THROW(root.Parent(), RootHasNoParent);
+        EXPECT_THROW(root.Name(), BinaryManipulationNotSupported);
+        EXPECT_TRUE(EqualOrDescendant(Text("/"), root));
+    }
+    EXPECT_TRUE(Binary("/").Name().empty());
+}
+
 TEST(FileLocation, CutsABinaryChildOfAParentThatEndsInASlash) {
     FileLocation const inRoot(Text("/"), Bytes("\xFF"));
     EXPECT_EQ(Holding(inRoot.Parent()), "b:/");
@@ -283,9 +339,6 @@ TEST(FileLocation, CannotCutABinaryChildOfWhichASlashRemained) {
     EXPECT_EQ(Holding(child), "b:/a/");
     EXPECT_THROW(child.Parent(), BinaryManipulationNotSupported);
     EXPECT_THROW(child.Name(), BinaryManipulationNotSupported);
-    FileLocation const root(Text("/"), Bytes(""));
-    EXPECT_EQ(Holding(root), "b:/");
-    EXPECT_THROW(root.Parent(), RootHasNoParent);
 }
 
 TEST(FileLocation, GivesItsName) {

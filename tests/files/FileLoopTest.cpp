@@ -117,6 +117,23 @@ TEST(FileLoop, GivesAllEntriesInOrderHiddenOnesIncluded) {
     EXPECT_EQ(NamesIn(folder.Location()), (Names{"...", "..more", ".hidden", "1", "B", "a", "b", "d"}));
 }
 
+TEST(FileLoop, GivesEntriesInTheOrderOfTheLocale) {
+    TemporaryFolder const folder;
+    WriteAll(folder, {"B", "Z", "a", "c", "\xC3\xA4"});
+    struct {
+        char const* locale;
+        Names names;
+    } const cases[] = {
+        {"C", {"B", "Z", "a", "c", "b:\xC3\xA4"}},
+        {"C.UTF-8", {"B", "Z", "a", "c", "\xC3\xA4"}},
+        {"de_DE.UTF-8", {"a", "\xC3\xA4", "B", "c", "Z"}},
+    };
+    for (auto const& [locale, names] : cases) {
+        LocaleScope const scope(locale);
+        EXPECT_EQ(NamesIn(folder.Location()), names) << locale;
+    }
+}
+
 TEST(FileLoop, GivesTheLocationAndStatusOfEachEntry) {
     TemporaryFolder const folder;
     folder.MakeFolder("a");
@@ -307,6 +324,8 @@ TEST(FileLoop, KeepsNamesInNoEncodingAsBytes) {
         // A surrogate and a form that is longer than it has to be are no UTF-8 either.
         {"C.UTF-8", {"a\xED\xA0\x80", "b\xC0\xAF"}, {"b:a\xED\xA0\x80", "b:b\xC0\xAF"}},
         {"de_DE.ISO-8859-1", {"a", "b\xE4", "c\xC3\xA4"}, {"a", "b\xC3\xA4", "c\xC3\x83\xC2\xA4"}},
+        // Two spellings of one character, of which the locale writes the other.
+        {"zh_TW.BIG5", {"\xA2\xCC", "\xA4\x51"}, {"b:\xA2\xCC", "\xE5\x8D\x81"}},
         // Hiragana "a", a byte that begins nothing, and a character cut short.
         {"ja_JP.EUC-JP", {"a\xA4\xA2", "b\xFF", "c\xA4"}, {"a\xE3\x81\x82", "b:b\xFF", "b:c\xA4"}},
     };

@@ -8,9 +8,11 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <cerrno>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -144,6 +146,27 @@ TEST_F(FileReadingLoopTest, ReadThrowsAtTheEndOfTheRange) {
     EXPECT_EQ(FailureOf([&] { loop.Read(); }), "FileReadingLoopEndOfFileError");
 }
 
+TEST_F(FileReadingLoopTest, ReadByHandStaysWithinTheRange) {
+    loop.Start(path, 1, 7);
+    EXPECT_EQ(MakeString(*loop), "1234");
+    loop.Read();
+    EXPECT_EQ(MakeString(*loop), "56");
+    EXPECT_EQ(FailureOf([&] { loop.Read(); }), "FileReadingLoopEndOfFileError");
+    EXPECT_TRUE(loop.Finished());
+    loop.Start(path, 1, 7);
+    loop.Read();
+    ++loop;
+    EXPECT_TRUE(loop.Finished()) << "the range has been read";
+}
+
+TEST_F(FileReadingLoopTest, AStartThatFailsLeavesNothingOfTheOneBefore) {
+    FileReadingPath const closed;
+    loop.Start(path, 0);
+    EXPECT_EQ(FailureOf([&] { loop.Start(closed, 0); }), "FileNotOpenError 0");
+    ++loop;
+    EXPECT_TRUE(loop.Finished());
+}
+
 TEST_F(FileReadingLoopTest, DoesNotReadWhatAFileGrewBy) {
     loop.Start(path, 0);
     folder.Write("file", "0123456789abc");
@@ -234,6 +257,18 @@ TEST_F(FileReadingLoopTest, ReadThrowsWhereTheReaderIsFinishedForWantOfASeek) {
     FileWritingPath const bothEnds(folder.Location("fifo"));
     EXPECT_EQ(FailureOf([&] { loop.Start(bothEnds, 3, 5); }), "FileReadingLoopEndOfFileError");
     EXPECT_EQ(FailureOf([&] { loop.Start(bothEnds, 3); }), "FileIOError 29");
+}
+
+TEST_F(FileReadingLoopTest, DoesNotAskAPipeForMoreThanTheRange) {
+    ASSERT_EQ(mkfifo(folder.Path("fifo").c_str(), 0600), 0);
+    FileWritingPath const bothEnds(folder.Location("fifo"));
+    ASSERT_EQ(fcntl(bothEnds.Descriptor(), F_SETFL, O_NONBLOCK), 0);
+    ASSERT_EQ(write(bothEnds.Descriptor(), "abc", 3), 3);
+    loop.Start(bothEnds, 0, 3);
+    EXPECT_EQ(Rest(), "|abc");
+    auto const reads = CallCount(SystemCall::Read);
+    EXPECT_EQ(FailureOf([&] { loop.Read(); }), "FileReadingLoopEndOfFileError");
+    EXPECT_EQ(CallCount(SystemCall::Read), reads) << "without O_NONBLOCK it would wait for the writer";
 }
 
 TEST_F(FileReadingLoopTest, ReadsAPipeToItsEnd) {

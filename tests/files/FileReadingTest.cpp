@@ -122,6 +122,27 @@ TEST(FileReadingPath, OpensAFileWhoseNameIsInNoEncoding) {
     EXPECT_EQ(path.Length(), 5u);
 }
 
+// The test's locale is "C".
+TEST(FileReadingPath, CannotOpenAPathThatTheLocaleCannotSpell) {
+    TemporaryFolder const folder;
+    folder.Write("file", "12345");
+    FileReadingPath path(folder.Location("file"));
+    auto const opens = CallCount(SystemCall::Open);
+    EXPECT_EQ(FailureOf([&] { path.OpenExisting(folder.Location("\xc3\xa4"), false); }),
+              "UnixPlatform::WideToMultiByteConvertError");
+    EXPECT_EQ(CallCount(SystemCall::Open), opens);
+    EXPECT_FALSE(path.IsOpen());
+    EXPECT_EQ(path.Location().Compare(folder.Location("\xc3\xa4")), 0);
+}
+
+TEST(FileReadingPath, KeepsItsLocationWhenItIsClosed) {
+    TemporaryFolder const folder;
+    folder.Write("file", "12345");
+    FileReadingPath path(folder.Location("file"));
+    path.Close();
+    EXPECT_EQ(path.Location().Compare(folder.Location("file")), 0);
+}
+
 TEST(FileReadingPath, FailsByTheNumberOfTheSystem) {
     TemporaryFolder const folder;
     folder.Write("file", "");
@@ -364,6 +385,19 @@ TEST(FileReadingPathLength, OfAnUnseekableFileIsAskedForOnce) {
     auto const seeks = CallCount(SystemCall::Seek);
     EXPECT_EQ(file.Path().Length(), cAllOnesLength);
     EXPECT_EQ(CallCount(SystemCall::Seek), seeks);
+}
+
+TEST(FileReadingPathLength, OfAnUnseekableFileIsKnownAlsoOnceItIsClosed) {
+    TemporaryFolder const folder;
+    Fifo const fifo(folder);
+    FileReadingPath path(fifo.Location());
+    EXPECT_EQ(path.Length(), cAllOnesLength);
+    path.Close();
+    EXPECT_EQ(path.Length(), cAllOnesLength);
+    EXPECT_TRUE(path.Unseekable());
+    FileReader reader(path);
+    EXPECT_FALSE(reader.Unfinished());
+    EXPECT_EQ(FailureOf([&] { ReadWhole(reader, 1); }), "FileIOError 9");
 }
 
 TEST(FileReadingPathLength, OfTheNextFileIsAskedForAnew) {
@@ -839,4 +873,15 @@ TEST(FileReaderOfPipes, CannotGoBack) {
     reader.Reset();
     EXPECT_FALSE(reader.Unfinished());
     EXPECT_EQ(FailureOf([&] { ReadSome(reader, 1); }), "FileIOError 29");
+}
+
+TEST(FileReaderOfPipes, ACopyGivesTheByteThatWasSeenToo) {
+    TemporaryFolder const folder;
+    Fifo const fifo(folder, "0123");
+    FileReadingPath const path(fifo.Location());
+    FileReader reader(path);
+    EXPECT_TRUE(reader.Unfinished());
+    FileReader copy(reader);
+    EXPECT_EQ(ReadWhole(copy, 2), "01");
+    EXPECT_EQ(ReadWhole(reader, 2), "02") << "the copy has taken what stood between";
 }

@@ -3,6 +3,7 @@
 #include "files/FileRetry.h"
 #include "text/UString.h"
 
+#include "tests/files/ChildProcess.h"
 #include "tests/files/FileTestSupport.h"
 #include "tests/files/RecordedWaits.h"
 #include "tests/files/SystemCalls.h"
@@ -12,6 +13,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -219,6 +221,46 @@ TEST(FileWritingPath, CannotOpenAFolder) {
     EXPECT_EQ(FailureOf([&] { FileWritingPath(folder.Location(), OpenNewFile()); }), "FileExistsError 17");
 }
 
+TEST(FileWritingPath, CannotOpenAFileThatOthersMayOnlyRead) {
+    TemporaryFolder const folder;
+    folder.Write("file", "old");
+    ModeScope const readOnlyFile(folder.Path("file"), 0444);
+    ModeScope const readOnlyFolder(folder.Path(), 0555);
+    EXPECT_EQ(InChild([&] {
+                  if (!BecomeOrdinaryUser()) return std::string(cNotAllowed);
+                  std::string failures;
+                  for (auto const& way : cWaysToOpen) {
+                      FileWritingPath path;
+                      failures += FailureOf([&] { (path.*way.open)(folder.Location("file")); }) + ", ";
+                  }
+                  return failures +
+                         FailureOf([&] { FileWritingPath(folder.Location("new"), OpenNewFile()); });
+              }),
+              "FileExistsError 17, FilePermissionError 13, FilePermissionError 13, FilePermissionError 13, "
+              "FilePermissionError 13");
+    EXPECT_EQ(folder.Read("file"), "old");
+}
+
+TEST(FileWritingPath, CannotOpenAnythingOfAReadOnlyFileSystem) {
+    TemporaryFolder const folder;
+    std::string const result = InChild([&] {
+        if (!MountMemoryForThisProcess(folder.Path(), 0)) return std::string(cNotAllowed);
+        folder.Write("file", "old");
+        if (mount(nullptr, folder.Path().c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0)
+            return std::string(cNotAllowed);
+        std::string failures;
+        for (auto const& way : cWaysToOpen) {
+            FileWritingPath path;
+            failures += FailureOf([&] { (path.*way.open)(folder.Location("file")); }) + ", ";
+        }
+        return failures + FailureOf([&] { FileWritingPath(folder.Location("new"), OpenNewFile()); }) + ", " +
+               folder.Read("file");
+    });
+    if (result == cNotAllowed) GTEST_SKIP() << "A process may not mount a file system of its own here.";
+    EXPECT_EQ(result,
+              "FileExistsError 17, FileIOError 30, FileIOError 30, FileIOError 30, FileIOError 30, old");
+}
+
 TEST(FileWritingPath, OpensAgainAfterSignals) {
     TemporaryFolder const folder;
     FailingCall const interruptions(SystemCall::Open, EINTR, 3);
@@ -394,6 +436,16 @@ TEST(FileWritingPathSetLength, WritesItsByteInTheEndOrThrows) {
     }
 }
 
+TEST(FileWritingPathSetLength, IsRefusedForAFileWithoutALength) {
+    TemporaryFolder const folder;
+    ASSERT_EQ(mkfifo(folder.Path("fifo").c_str(), 0600), 0);
+    FileWritingPath path(folder.Location("fifo"));
+    auto const writes = CallCount(SystemCall::Write);
+    for (unsigned long const length : {0UL, 1UL, 18446744073709551615UL})
+        EXPECT_EQ(FailureOf([&] { path.SetLength(length); }), "FileIOError 22") << length;
+    EXPECT_EQ(CallCount(SystemCall::Write), writes);
+}
+
 TEST(FileWritingPathSetLength, GoesByTheFailuresOfTheSystem) {
     EXPECT_EQ(FailureOf([] { FileWritingPath().SetLength(1); }), "FileNotOpenError 0");
     OpenFile file("abc");
@@ -516,6 +568,30 @@ TEST(FileWriter, ASystemThatTakesNothingDoesNotKeepItForever) {
     EXPECT_EQ(FailureOf([&] { writer << "abcdef"_data; }), "FileIOError 5");
     EXPECT_EQ(CallCount(SystemCall::Write), writes + 2);
     EXPECT_EQ(writer.Position(), 3u);
+}
+
+TEST(FileWriter, CannotWriteWhereThePathWasOpenedForReadingAlone) {
+    OpenFile file("abc");
+    file.Path().UnixPlatform::FileReadingPath::OpenExisting(file.Location(), false);
+    FileWriter writer(file.Path());
+    EXPECT_EQ(FailureOf([&] { writer << "x"_data; }), "FileIOError 9");
+    EXPECT_EQ(writer.Position(), 0u);
+    EXPECT_EQ(file.Contents(), "abc");
+}
+
+TEST(FileWriter, ADiskThatBecomesFullKeepsWhatHadRoom) {
+    TemporaryFolder const folder;
+    std::string const result = InChild([&] {
+        if (!MountMemoryForThisProcess(folder.Path(), 0, "size=16384")) return std::string(cNotAllowed);
+        FileWritingPath const path(folder.Location("file"), OpenNewFile());
+        FileWriter writer(path);
+        std::string const block(20000, 'x');
+        std::string const failure = FailureOf([&] { writer << ConstData(MakeUTF8Ref(block)); });
+        return failure + (writer.Position() == path.Length() ? ", " : ", not ") +
+               std::to_string(writer.Position());
+    });
+    if (result == cNotAllowed) GTEST_SKIP() << "A process may not mount a file system of its own here.";
+    EXPECT_EQ(result, "FileDiskFullError 28, 16384");
 }
 
 TEST(FileWriter, WritesAgainAfterSignals) {

@@ -218,6 +218,35 @@ TEST(ReadFile, ReadsWhatTheSystemMakesUp) {
     EXPECT_EQ(recorder.calls, "start " + std::to_string(version.size()) + " end ");
 }
 
+// The system makes the contents of these up and tells a length that is none.
+TEST(ReadFile, TakesALengthOfNothingForAnEmptyFile) {
+    ASSERT_FALSE(FileContents("/proc/self/cmdline").empty());
+    Recorder recorder;
+    ReadFile(FileLocation("/proc/self/cmdline"_utf8), recorder);
+    EXPECT_EQ(recorder.calls, "start end ");
+}
+
+TEST(ReadFile, ThrowsBehindTheContentsOfAFileThatTellsTooGreatALength) {
+    TemporaryFolder const folder;
+    folder.Write("file", Digits(18));
+    Recorder recorder;
+    // As many below /sys do: the seek to the end gives a page.
+    FailingCall const page(SystemCall::Seek, 0, 1, 1, 4096);
+    EXPECT_EQ(FailureOf([&] { ReadFile(folder.Location("file"), recorder); }),
+              "FileReadingLoopEndOfFileError");
+    EXPECT_EQ(recorder.calls, "start 18 ");
+    EXPECT_EQ(recorder.contents, Digits(18));
+}
+
+TEST(ReadFile, CannotReadAFolder) {
+    TemporaryFolder const folder;
+    auto const before = OpenDescriptors();
+    Recorder recorder;
+    EXPECT_EQ(FailureOf([&] { ReadFile(folder.Location(), recorder); }), "FileIOError 21");
+    EXPECT_EQ(recorder.calls, "start ");
+    EXPECT_EQ(OpenDescriptors(), before);
+}
+
 TEST(ReadFile, ReadsAPipe) {
     TemporaryFolder const folder;
     ASSERT_EQ(mkfifo(folder.Path("fifo").c_str(), 0600), 0);

@@ -4,6 +4,7 @@
 #include "files/FileErrors.h"
 #include "files/FileStats.h"
 
+#include "tests/files/ChildProcess.h"
 #include "tests/files/FileTestSupport.h"
 #include "tests/support/LocaleScope.h"
 #include "tests/support/TemporaryFolder.h"
@@ -43,6 +44,12 @@ private:
     FileLocation m_location;
 };
 
+// Makes the folder the root directory of this process. Whether that is allowed. For a child process.
+bool EnterAsRoot(TemporaryFolder const& folder) {
+    auto const changeRoot = [&] { return chroot(folder.Path().c_str()) == 0; };
+    return (changeRoot() || (SeparateMounts() && changeRoot())) && chdir("/") == 0;
+}
+
 struct Date {
     unsigned int year = 1;
     unsigned int month = 2;
@@ -65,10 +72,49 @@ TEST(TemporaryFileDirLocation, IsOneDirectoryForTheProcess) {
     EXPECT_TRUE(TemporaryFileDirLocation().IsDirectory());
 }
 
+TEST(TemporaryFileDirLocation, IsMadeWhenItIsFirstAskedFor) {
+    // In a new run of the test program, which has not asked yet, with a folder of the test as its root.
+    std::string const style = GTEST_FLAG_GET(death_test_style);
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    auto const whatHappens = [] {
+        TemporaryFolder const folder;
+        return InChild([&] {
+            if (!EnterAsRoot(folder)) return std::string(cNotAllowed);
+            std::string const before = FileLocation("/tmp"_utf8).Exists() ? "there, " : "missing, ";
+            std::string const failure = FailureOf([] { InitializeTemporaryFileDirLocation(); });
+            return before + failure + (FileLocation("/tmp"_utf8).IsDirectory() ? ", there" : ", missing");
+        });
+    };
+    auto const exitAsExpected = [&] {
+        std::string const result = whatHappens();
+        _exit(result == "missing, nothing, there" || result == cNotAllowed ? 0 : 1);
+    };
+    EXPECT_EXIT(exitAsExpected(), testing::ExitedWithCode(0), "");
+    GTEST_FLAG_SET(death_test_style, style);
+}
+
 TEST(UISessionDefaultDirectory, StandsBelowTheTemporaryDirectory) {
     EXPECT_EQ(PathOf(UISessionDefaultDirectory(""_utf8)), "/tmp/VRK/ClientUI");
     EXPECT_EQ(PathOf(UISessionDefaultDirectory(UStringRef<UTF8>())), "/tmp/VRK/ClientUI");
     EXPECT_EQ(PathOf(UISessionDefaultDirectory("name"_utf8)), "/tmp/VRK/ClientUI/.name");
+}
+
+TEST(UISessionDefaultDirectory, IsOneComponentForEveryName) {
+    struct {
+        char const* name;
+        char const* path;
+    } const cases[] = {{"..", "/tmp/VRK/ClientUI/..."},
+                       {".name", "/tmp/VRK/ClientUI/..name"},
+                       {" ", "/tmp/VRK/ClientUI/. "},
+                       {"\xC3\xA4", "/tmp/VRK/ClientUI/.\xC3\xA4"}};
+    for (auto const& [name, path] : cases)
+        EXPECT_EQ(PathOf(UISessionDefaultDirectory(MakeUTF8Ref(name))), path);
+    for (std::string const& name :
+         {std::string("."), std::string("./../../etc"), std::string("../x"), std::string("/../x"),
+          std::string("a/b"), std::string("a/"), std::string("/"), std::string("a\0b", 3),
+          std::string(1, '\0'), std::string("\xC0\xAE"), std::string("a\xC0\xAF"), std::string("a\xFF")})
+        EXPECT_EQ(FailureOf([&] { UISessionDefaultDirectory(MakeUTF8Ref(name)); }), "IllegalFileName")
+            << name;
 }
 
 TEST(CreateUniqueFileLocation, MakesAnEmptyFileOfANewName) {
@@ -120,6 +166,29 @@ TEST(UniqueLocations, StandInTheTemporaryDirectoryByDefault) {
     EXPECT_EQ(ModeOf(pipe), S_IFIFO | 0600U);
 }
 
+TEST(UniqueLocations, MakeTheTemporaryDirectoryAnew) {
+    // In a process whose root is a folder of the test.
+    TemporaryFolder const folder;
+    std::string const result = InChild([&] {
+        if (!EnterAsRoot(folder)) return std::string(cNotAllowed);
+        return FailureOf([] {
+            FileLocation location;
+            MakeTemporaryFileLocation(location, "hint"_utf8);
+            DeleteFile(location);
+            DeleteDirectory(FileLocation("/tmp"_utf8));
+            DeleteFile(CreateUniqueFileLocation("hint"_utf8));
+            DeleteDirectory(FileLocation("/tmp"_utf8));
+            CreateUniquePipeLocation("hint"_utf8);
+        });
+    });
+    if (result == cNotAllowed) GTEST_SKIP() << "A process may not change its root directory here.";
+    EXPECT_EQ(result, "nothing");
+    ASSERT_TRUE(std::filesystem::is_directory(folder.Path("tmp")));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path("tmp")),
+                            std::filesystem::directory_iterator()),
+              1);
+}
+
 TEST(UniqueLocations, ReportFailures) {
     TemporaryFolder const folder;
     folder.Write("file", "x");
@@ -143,6 +212,52 @@ TEST(UniqueLocations, ReportFailures) {
             << name;
         EXPECT_EQ(failure(FileLocation(), "hint"), "EmptyFileLocationError 0") << name;
     }
+}
+
+TEST(UniqueLocations, TakeAHintAsItIsWritten) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("a");
+    folder.MakeFolder("b");
+    struct {
+        char const* hint;
+        std::string directory;
+        char const* start;
+    } const cases[] = {{"../hint", folder.Path(), "hint"},
+                       {"../b/hint", folder.Path("b"), "hint"},
+                       {"/hint", folder.Path("a"), "hint"},
+                       {"..", folder.Path("a"), ".."},
+                       {"../", folder.Path(), ""}};
+    for (auto const& [hint, directory, start] : cases) {
+        FileLocation const location = CreateUniqueFileLocation(folder.Location("a"), MakeUTF8Ref(hint));
+        std::string const path = std::filesystem::canonical(PathOf(location)).string();
+        EXPECT_TRUE(IsUnique(FileLocation(MakeUTF8Ref(path)), directory, start)) << path;
+    }
+}
+
+TEST(UniqueLocations, ReadAHintUpToANUL) {
+    for (char const* const locale : {"C", "C.UTF-8"}) {
+        LocaleScope const scope(locale);
+        TemporaryFolder const folder;
+        auto const make = [&](std::string const& hint) {
+            return CreateUniqueFileLocation(folder.Location(), MakeUTF8Ref(hint));
+        };
+        EXPECT_EQ(FailureOf([&] { make(std::string("a\0b", 3)); }), "CreateUniqueFileLocationFailed 22")
+            << locale;
+        EXPECT_EQ(FailureOf([&] { make(std::string(1, '\0')); }), "CreateUniqueFileLocationFailed 22")
+            << locale;
+        EXPECT_TRUE(std::filesystem::is_empty(folder.Path())) << locale;
+        FileLocation const location = make(std::string("aXXXXXX\0/b", 10));
+        EXPECT_TRUE(IsUnique(location, folder.Path(), "a")) << locale;
+        EXPECT_TRUE(location.Exists()) << locale;
+    }
+}
+
+TEST(UniqueLocations, KeepANameThatIsNoTextAsBytes) {
+    LocaleScope const scope("C.UTF-8");
+    TemporaryFolder const folder;
+    FileLocation const location = CreateUniqueFileLocation(folder.Location(), MakeUTF8Ref("\xFF"));
+    EXPECT_TRUE(MakeString(location.Bytes()).starts_with(folder.Path("\xFF")));
+    EXPECT_TRUE(location.Exists());
 }
 
 TEST(UniqueLocations, TakeAPathOf4095BytesButNoLongerOne) {

@@ -12,9 +12,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
+#include <optional>
 #include <set>
 #include <string>
 #include <sys/stat.h>
@@ -29,6 +32,15 @@ UStringRef<UTF8> const cNoLanguage;
 std::ptrdiff_t OpenDescriptors() {
     std::filesystem::directory_iterator const descriptors("/proc/self/fd");
     return std::distance(begin(descriptors), end(descriptors));
+}
+
+// How many bytes the process has read from anything, if the system counts them.
+std::optional<unsigned long> BytesRead() {
+    std::ifstream counts("/proc/self/io");
+    std::string name;
+    unsigned long bytes = 0;
+    if (counts >> name >> bytes && name == "rchar:") return bytes;
+    return std::nullopt;
 }
 
 } // namespace
@@ -114,6 +126,26 @@ TEST(FormatFile, RefusesAFileLongerThan4294967295BytesBeforeItTakesMemory) {
     folder.Write("huge", "");
     std::filesystem::resize_file(folder.Path("huge"), 4294967296);
     EXPECT_THROW(FormatFile(folder.Location("huge"), cNoLanguage), RequiredValueWouldOverflow);
+}
+
+// One read gives no more than two gibibytes less a page.
+TEST(FormatFile, RefusesAFileThatOneReadCannotGiveWithoutReadingIt) {
+    TemporaryFolder const folder;
+    folder.Write("huge", "");
+    for (std::uintmax_t const size : {2147479553U, 4294967295U}) {
+        std::filesystem::resize_file(folder.Path("huge"), size);
+        std::optional<unsigned long> const before = BytesRead();
+        try {
+            FormatFile const file(folder.Location("huge"), cNoLanguage);
+            FAIL() << "nothing was thrown";
+        } catch (EndOfFileError const& failure) {
+            EXPECT_EQ(failure.GetCode(), 90);
+            EXPECT_TRUE(failure.uwhat().Contains(MakeUTF8Ref(folder.Path("huge"))));
+        }
+        if (before) {
+            EXPECT_LT(BytesRead().value() - *before, 100000u) << size;
+        }
+    }
 }
 
 TEST(FormatFile, RefusesAPipeWhichHasNoLength) {

@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -333,6 +334,20 @@ TEST(Base64Decoder, FillsItsRoomToTheLastByte) {
     unsigned char room[6];
     Base64Decoder decoder;
     EXPECT_EQ(MakeString(decoder("Zm9vYmFy=="_data, Data(room, room + 6))), "foobar");
+}
+
+TEST(Base64Decoder, WritesNothingBehindItsRoom) {
+    std::string const text = "VGhlIHF1aWNrIGJyb3duIGZveCBqdW1wcw==";
+    std::string const bytes = "The quick brown fox jumps";
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        unsigned char room[40];
+        std::fill(std::begin(room), std::end(room), '#');
+        Buffer tight(Data(room, room + size));
+        ConstBuffer in(MakeConstData(text));
+        EXPECT_THROW(Base64Decoder()(in, tight), DataOverflow) << size;
+        EXPECT_EQ(MakeString(ConstData(room, room + 40)),
+                  bytes.substr(0, size) + std::string(40 - size, '#'));
+    }
 }
 
 TEST(Base64Decoder, NeverGivesMoreBytesThanCharacters) {

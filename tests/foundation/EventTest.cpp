@@ -12,9 +12,11 @@
 #include <atomic>
 #include <cerrno>
 #include <chrono>
+#include <functional>
 #include <limits>
 #include <ostream>
 #include <thread>
+#include <utility>
 #include <vector>
 
 using UnixPlatform::AlreadySignaled;
@@ -25,6 +27,7 @@ using UnixPlatform::EventError;
 using UnixPlatform::EventLink;
 using UnixPlatform::EventMaster;
 using UnixPlatform::EventSignal;
+using UnixPlatform::MutexError;
 using UnixPlatform::WaitForSingleEvent;
 using UnixPlatform::WaitForThreeEvents;
 using UnixPlatform::WaitForTwoEvents;
@@ -38,10 +41,22 @@ struct Calls {
 
     int timedWait = cGoOn;
     int endlessWait = cGoOn;
+    int attributesInit = cGoOn;
     int conditionInit = cGoOn;
     int broadcast = cGoOn;
+    int conditionSignal = cGoOn;
+    int mutexInit = cGoOn;
+    // Of the locks: how many succeed, and what the one behind them answers.
+    int locksBefore = 0;
+    int lock = cGoOn;
+    int clock = cGoOn;
+    // Called within the next broadcast, and within each timed wait, in which the mutex is free as in any.
+    std::function<void()> duringBroadcast;
+    std::function<void()> duringTimedWait;
     int timedWaits = 0;
     int endlessWaits = 0;
+    int broadcasts = 0;
+    int conditionsMade = 0;
     int mutexesMade = 0;
     int mutexesDestroyed = 0;
 };
@@ -56,12 +71,21 @@ int __real_pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mu
 int __real_pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex);
 int __real_pthread_cond_init(pthread_cond_t* condition, pthread_condattr_t const* attributes);
 int __real_pthread_cond_broadcast(pthread_cond_t* condition);
+int __real_pthread_cond_signal(pthread_cond_t* condition);
+int __real_pthread_condattr_init(pthread_condattr_t* attributes);
+int __real_pthread_mutex_lock(pthread_mutex_t* mutex);
+int __real_clock_gettime(clockid_t clock, timespec* time);
 int __real_pthread_mutex_init(pthread_mutex_t* mutex, pthread_mutexattr_t const* attributes);
 int __real_pthread_mutex_destroy(pthread_mutex_t* mutex);
 
 int __wrap_pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex,
                                   timespec const* deadline) {
     if (calls) ++calls->timedWaits;
+    if (calls && calls->duringTimedWait) {
+        pthread_mutex_unlock(mutex);
+        calls->duringTimedWait();
+        __real_pthread_mutex_lock(mutex);
+    }
     if (calls && calls->timedWait != Calls::cGoOn) return calls->timedWait;
     return __real_pthread_cond_timedwait(condition, mutex, deadline);
 }
@@ -73,16 +97,40 @@ int __wrap_pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex) 
 }
 
 int __wrap_pthread_cond_init(pthread_cond_t* condition, pthread_condattr_t const* attributes) {
+    if (calls) ++calls->conditionsMade;
     if (calls && calls->conditionInit != Calls::cGoOn) return calls->conditionInit;
     return __real_pthread_cond_init(condition, attributes);
 }
 
 int __wrap_pthread_cond_broadcast(pthread_cond_t* condition) {
+    if (calls) ++calls->broadcasts;
+    if (calls && calls->duringBroadcast) std::exchange(calls->duringBroadcast, nullptr)();
     if (calls && calls->broadcast != Calls::cGoOn) return calls->broadcast;
     return __real_pthread_cond_broadcast(condition);
 }
 
+int __wrap_pthread_cond_signal(pthread_cond_t* condition) {
+    if (calls && calls->conditionSignal != Calls::cGoOn) return calls->conditionSignal;
+    return __real_pthread_cond_signal(condition);
+}
+
+int __wrap_pthread_condattr_init(pthread_condattr_t* attributes) {
+    if (calls && calls->attributesInit != Calls::cGoOn) return calls->attributesInit;
+    return __real_pthread_condattr_init(attributes);
+}
+
+int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex) {
+    if (calls && calls->lock != Calls::cGoOn && calls->locksBefore-- == 0) return calls->lock;
+    return __real_pthread_mutex_lock(mutex);
+}
+
+int __wrap_clock_gettime(clockid_t clock, timespec* time) {
+    if (calls && calls->clock != Calls::cGoOn) return calls->clock;
+    return __real_clock_gettime(clock, time);
+}
+
 int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, pthread_mutexattr_t const* attributes) {
+    if (calls && calls->mutexInit != Calls::cGoOn) return calls->mutexInit;
     if (calls) ++calls->mutexesMade;
     return __real_pthread_mutex_init(mutex, attributes);
 }
@@ -109,10 +157,13 @@ constexpr TimeInterval cLong = TimeInterval::FromMicroseconds(60 * cMicroseconds
 constexpr TimeInterval cShort = TimeInterval::FromMicroseconds(20000);
 constexpr TimeInterval cNoLimit = TimeInterval::FromMicroseconds(4294967295000);
 
-int CodeOf(void (*act)()) {
+// The code of the failure that `act` throws, 0 when it throws none; for another class than expected the test
+// fails.
+template <class Error = EventError, class Act>
+int CodeOf(Act const& act) {
     try {
         act();
-    } catch (EventError const& error) {
+    } catch (Error const& error) {
         return error.Code();
     }
     return 0;
@@ -251,6 +302,119 @@ TEST(Event, EndsItsWalkAndGivesItsLockBackWhenAWaiterCannotBeWoken) {
     EXPECT_TRUE(wasSignaled);
 }
 
+TEST(Event, WakesNobodyBehindAWaiterThatCannotBeWoken) {
+    Event event;
+    EventSignal signals[2];
+    EventLink const links[] = {EventLink(signals[0], event), EventLink(signals[1], event)};
+    {
+        CallsHere here;
+        here.broadcast = EINVAL;
+        EXPECT_EQ(CodeOf([&] { event.SetEvent(); }), EINVAL);
+        EXPECT_EQ(here.broadcasts, 1);
+    }
+    EXPECT_EQ(signals[1].WaitOnSignal(cNow), nullptr);
+    event.SetEvent();
+    EXPECT_EQ(signals[1].WaitOnSignal(cNow), &event) << "the next SetEvent walks over all of them again";
+}
+
+// What a waiter's wake-up leads to may come back to the event on the same thread.
+TEST(Event, WalksOnBehindALinkThatIsTakenAwayWhileItIsFired) {
+    Event event;
+    EventSignal signals[3];
+    EventLink first(signals[0], event);
+    EventLink second(signals[1], event);
+    EventLink const third(signals[2], event);
+    CallsHere here;
+    here.duringBroadcast = [&] {
+        event.RemoveSignal(first);
+        event.RemoveSignal(second);
+    };
+    event.SetEvent();
+    EXPECT_EQ(here.broadcasts, 2);
+    EXPECT_EQ(signals[0].WaitOnSignal(cNow), &event);
+    EXPECT_EQ(signals[1].WaitOnSignal(cNow), nullptr);
+    EXPECT_EQ(signals[2].WaitOnSignal(cNow), &event);
+}
+
+TEST(Event, MayBeSetAgainFromWithinAWakeUp) {
+    Event event;
+    EventSignal signals[2];
+    EventLink first(signals[0], event);
+    EventLink const second(signals[1], event);
+    CallsHere here;
+    here.duringBroadcast = [&] {
+        event.RemoveSignal(first);
+        event.SetEvent();
+    };
+    event.SetEvent();
+    EXPECT_EQ(here.broadcasts, 3) << "the second waiter by the inner walk, and then by the outer one";
+    EXPECT_EQ(signals[1].WaitOnSignal(cNow), &event);
+}
+
+TEST(Event, ThatIsResetFromWithinAWakeUpStillFiresAllItsLinks) {
+    Event event;
+    EventSignal signals[2];
+    EventLink const links[] = {EventLink(signals[0], event), EventLink(signals[1], event)};
+    CallsHere here;
+    here.duringBroadcast = [&] { event.ResetEvent(); };
+    event.SetEvent();
+    EXPECT_EQ(signals[1].WaitOnSignal(cNow), &event);
+    EXPECT_FALSE(WaitForSingleEvent(event, cNow));
+}
+
+TEST(Event, TellsOfALockThatFails) {
+    Event event;
+    EventSignal signal;
+    EventLink link(signal, event);
+    CallsHere here;
+    auto const codeOf = [&](auto const& act) {
+        here.locksBefore = 0;
+        here.lock = EINVAL;
+        return CodeOf<MutexError>(act);
+    };
+    EXPECT_EQ(codeOf([&] { event.SetEvent(); }), EINVAL);
+    EXPECT_EQ(codeOf([&] { event.ResetEvent(); }), EINVAL);
+    EXPECT_EQ(codeOf([&] { event.AddSignal(link); }), EINVAL);
+    EXPECT_EQ(codeOf([&] { event.RemoveSignal(link); }), EINVAL);
+    EXPECT_EQ(codeOf([&] { WaitForSingleEvent(event, cNow); }), EINVAL);
+    here.lock = Calls::cGoOn;
+    EXPECT_EQ(signal.WaitOnSignal(cNow), nullptr) << "nothing was done";
+}
+
+TEST(Event, TellsThatItCannotGiveItsLockBack) {
+    Event event;
+    CallsHere here;
+    here.conditionSignal = EINVAL;
+    EXPECT_EQ(CodeOf<MutexError>([&] { event.SetEvent(); }), EINVAL);
+    EventSignal signal;
+    EXPECT_EQ(CodeOf<MutexError>([&] { EventLink(signal, event); }), EINVAL)
+        << "that counts for more than that the event is signaled";
+    here.conditionSignal = Calls::cGoOn;
+    EXPECT_TRUE(WaitForSingleEvent(event, cNow)) << "what was done stays done";
+}
+
+TEST(Event, IsNotMadeWithoutItsLock) {
+    CallsHere here;
+    here.mutexInit = EAGAIN;
+    EXPECT_EQ(CodeOf<MutexError>([] { Event(); }), EAGAIN);
+    here.mutexInit = Calls::cGoOn;
+    here.attributesInit = ENOMEM;
+    EXPECT_EQ(CodeOf<MutexError>([] { Event(); }), ENOMEM);
+    EXPECT_EQ(here.mutexesMade, here.mutexesDestroyed);
+}
+
+TEST(EventLinkDeathTest, EndsTheProcessWhenItCannotPartFromItsEvent) {
+    EXPECT_DEATH(
+        {
+            Event event;
+            EventSignal signal;
+            CallsHere here;
+            EventLink const link(signal, event);
+            here.lock = EINVAL;
+        },
+        "");
+}
+
 TEST(EventSignal, KeepsTheEventThatFiredLast) {
     Event first;
     Event second;
@@ -301,6 +465,72 @@ TEST(EventSignal, TakesAWakeUpForNoReasonAsTheEnd) {
     here.timedWait = 0;
     EXPECT_EQ(signal.WaitOnSignal(cLong), nullptr);
     EXPECT_EQ(here.timedWaits, 1);
+}
+
+TEST(EventSignal, GivesTheEventThatFiredDuringAWait) {
+    Event event;
+    EventSignal signal;
+    CallsHere here;
+    here.timedWait = 0;
+    here.duringTimedWait = [&] { signal.Fire(event); };
+    EXPECT_EQ(signal.WaitOnSignal(cLong), &event);
+}
+
+TEST(EventSignal, ATimeThatHasRunOutCountsForMoreThanAnEventOfTheSameMoment) {
+    Event event;
+    EventSignal signal;
+    CallsHere here;
+    here.timedWait = ETIMEDOUT;
+    here.duringTimedWait = [&] { signal.Fire(event); };
+    EXPECT_EQ(signal.WaitOnSignal(cLong), nullptr);
+    EXPECT_EQ(signal.WaitOnSignal(cLong), &event) << "it is not lost";
+    EXPECT_EQ(here.timedWaits, 1);
+}
+
+TEST(EventSignal, TellsOfAClockThatFailsAlsoWhenItWaitsWithoutALimit) {
+    Event event;
+    EventSignal signal;
+    {
+        CallsHere here;
+        here.clock = -1;
+        here.endlessWait = 0;
+        EXPECT_EQ(CodeOf([&] { signal.WaitOnSignal(cShort); }), -1);
+        EXPECT_EQ(CodeOf([&] { signal.WaitOnSignal(cNoLimit); }), -1);
+        EXPECT_EQ(here.timedWaits + here.endlessWaits, 0);
+    }
+    std::thread([&] { signal.Fire(event); }).join();
+    CallsHere here;
+    here.clock = -1;
+    EXPECT_EQ(signal.WaitOnSignal(cShort), &event) << "what has fired needs no clock, and the lock is free";
+}
+
+TEST(EventSignal, TellsOfALockThatFails) {
+    Event event;
+    EventSignal signal;
+    CallsHere here;
+    here.lock = EINVAL;
+    EXPECT_EQ(CodeOf([&] { signal.Fire(event); }), EINVAL);
+    here.locksBefore = 0;
+    EXPECT_EQ(CodeOf([&] { signal.WaitOnSignal(cShort); }), EINVAL);
+    EXPECT_EQ(here.broadcasts + here.timedWaits, 0);
+    here.lock = Calls::cGoOn;
+    EXPECT_EQ(signal.WaitOnSignal(cNow), nullptr);
+}
+
+TEST(EventSignal, IsNotMadeWithoutItsMutex) {
+    CallsHere here;
+    here.mutexInit = EAGAIN;
+    EXPECT_EQ(CodeOf([] { EventSignal(); }), EAGAIN);
+    EXPECT_EQ(here.conditionsMade, 0);
+    EXPECT_EQ(here.mutexesDestroyed, 0);
+}
+
+TEST(EventSignal, DestroysItsMutexWhenTheAttributesOfItsConditionVariableCannotBeMade) {
+    CallsHere here;
+    here.attributesInit = ENOMEM;
+    EXPECT_EQ(CodeOf([] { EventSignal(); }), ENOMEM);
+    EXPECT_EQ(here.conditionsMade, 0);
+    EXPECT_EQ(here.mutexesDestroyed, 1);
 }
 
 TEST(EventSignal, TellsOfAWaitThatFails) {
@@ -552,6 +782,15 @@ TEST(ConvertToTimeout, CountsFromNowOnTheRealTimeClock) {
     EXPECT_LE(deadline.tv_sec, std::time(nullptr) + 61);
     EXPECT_GE(deadline.tv_nsec, 0);
     EXPECT_LE(deadline.tv_nsec, 999999999);
+}
+
+TEST(ConvertToTimeout, ReportsAClockThatFailsByItsResult) {
+    static int reported;
+    reported = 0;
+    CallsHere here;
+    here.clock = -1;
+    ConvertToTimeout(cNow, [](int result) { reported = result; });
+    EXPECT_EQ(reported, -1);
 }
 
 TEST(EventError, CarriesTheCode) {
