@@ -159,30 +159,31 @@ LocaleNames ChooseLocale(bool useLocale) {
     return NamesOfLocale(name);
 }
 
-void LoadIfPresent(NullOrConstRef<FileTransfer> const& file) {
-    if (file) AddTranslationFile(LocationInDirectory(m_baseDirectory, file->fileName));
+void LoadIfPresent(SessionDirectory const& directory, NullOrConstRef<FileTransfer> const& file) {
+    if (file) AddTranslationFile(directory.LocationOf(file->fileName));
 }
 
 // The general translation is loaded last and so comes first: branding fills in what it lacks.
-void LoadTranslations(InitializationInfo const& info, LocaleNames const& locale) {
+void LoadTranslations(SessionDirectory const& directory, InitializationInfo const& info,
+                      LocaleNames const& locale) {
     AutoUString<UTF8> const full = UnixPlatform::ToUTF8(MakeLocalRef(locale.full));
     AutoUString<UTF8> const language = UnixPlatform::ToUTF8(MakeLocalRef(locale.language));
     NullOrConstRef<FileTransfer> const brand = info.LocalizedBrandTranslation(full.Ref(), language.Ref());
-    LoadIfPresent(brand ? brand : info.BrandTranslation());
-    LoadIfPresent(info.GeneralLocalization(full.Ref(), language.Ref()));
+    LoadIfPresent(directory, brand ? brand : info.BrandTranslation());
+    LoadIfPresent(directory, info.GeneralLocalization(full.Ref(), language.Ref()));
 }
 
 } // namespace
 
 void ApplyInitializationInfo(InitializationInfo const& info) {
     InitialUISettings const& settings = info.settings;
-    // What an earlier message that failed has left counts no longer.
+    // What an earlier message that failed has left counts no longer. Only the locale stays as it was found.
     international = false;
     DropTranslations();
     m_baseDirectory = info.baseDirectory;
-    PrepareSessionDirectory(m_baseDirectory);
-    WriteSupportFiles(m_baseDirectory, info.supportFiles);
-    LoadTranslations(info, ChooseLocale(settings.useLocale));
+    SessionDirectory const directory(m_baseDirectory);
+    directory.Write(info.supportFiles);
+    LoadTranslations(directory, info, ChooseLocale(settings.useLocale));
     if (settings.remindTime) m_postponedTo = Instant(*settings.remindTime);
     m_remindInterval = settings.remindInterval;
     m_snoozable = settings.allowSnooze;

@@ -1,6 +1,6 @@
 #include "app/SessionDirectory.h"
 
-#include "files/DirectoryEraser.h"
+#include "files/ChildLocation.h"
 #include "files/FileErrors.h"
 #include "files/FileOperations.h"
 #include "files/OwnLocation.h"
@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <fcntl.h>
+#include <string>
 #include <unistd.h>
 
 namespace {
@@ -36,38 +38,64 @@ UnixPlatform::UnixFileInfo InfoOf(FileLocation const& directory) {
     return info;
 }
 
-// Empties what stands there. Somebody else's directory is left alone: whoever can name it, or link to it,
-// must not have the files in it removed in the user's name. The path is looked at after the directory has
-// been opened, so that the one that is emptied is the one that was found to be trusted, even if somebody puts
-// another in its place meanwhile.
-void EmptyIfTrusted(FileLocation const& directory) {
-    DirectoryEraser eraser(directory);
-    struct stat const opened = eraser.Open(true);
-    UnixPlatform::UnixFileInfo const info = InfoOf(directory);
+int OpenDirectory(FileLocation const& path) {
+    AutoNullTerminated<Local8Bit> const name = path.LibPath();
+    int const descriptor = open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor == -1) ThrowFileError(path, errno);
+    return descriptor;
+}
+
+// Makes what is missing; the path without what makes the system follow a link at its end.
+FileLocation MadeDirectory(FileLocation const& path) {
+    if (path.empty()) throw EmptyFileLocationError(path, 0);
+    if (!IsPlainText(path.Raw())) throw IllegalFileName();
+    FileLocation const directory = OwnLocation(path);
+    if (!InfoOf(directory).Exists()) CreateDirectoryTree(directory);
+    return directory;
+}
+
+// Somebody else's directory is left alone: whoever can name it, or link to it, must not have the files in it
+// removed in the user's name.
+void RequireTrust(FileLocation const& path, struct stat const& opened) {
+    UnixPlatform::UnixFileInfo const info = InfoOf(path);
     bool const isTrusted = IsTrusted(opened.st_uid) && IsTrusted(info.Stats().link.st_uid);
-    if (!isTrusted || !IsSameFile(opened, info.Stats().target)) throw FilePermissionError(directory, EPERM);
-    eraser.Erase();
+    if (!isTrusted || !IsSameFile(opened, info.Stats().target)) throw FilePermissionError(path, EPERM);
 }
 
 } // namespace
 
-// A path with ".." may lead through what is not there yet to what is: what has been made is emptied as well.
-void PrepareSessionDirectory(FileLocation const& location) {
-    if (location.empty()) throw EmptyFileLocationError(location, 0);
-    if (!IsPlainText(location.Raw())) throw IllegalFileName();
-    FileLocation const directory = OwnLocation(location);
-    if (!InfoOf(directory).Exists()) CreateDirectoryTree(directory);
-    EmptyIfTrusted(directory);
+SessionDirectory::Descriptor::~Descriptor() {
+    close(number);
 }
 
-FileLocation LocationInDirectory(FileLocation const& directory, FileName const& name) {
+// The path is looked at after the directory has been opened, so that the one that is used is the one that was
+// found to be trusted. A path with ".." may lead through what is not there yet to what is: what has been made
+// is looked at as well.
+SessionDirectory::SessionDirectory(FileLocation const& path)
+    : m_location(MadeDirectory(path)), m_descriptor{OpenDirectory(m_location)} {
+    struct stat opened = {};
+    if (fstat(m_descriptor.number, &opened) != 0) ThrowFileError(m_location, errno);
+    RequireTrust(m_location, opened);
+    HoldLocation(opened);
+    DeleteContents(m_location);
+}
+
+// From here on the system goes by the descriptor. Where it doesn't show them as files, the path has to do.
+void SessionDirectory::HoldLocation(struct stat const& opened) {
+    std::string const held = "/proc/self/fd/" + std::to_string(m_descriptor.number);
+    struct stat status = {};
+    if (stat(held.c_str(), &status) == 0 && IsSameFile(status, opened))
+        m_location = FileLocation(held.c_str());
+}
+
+FileLocation SessionDirectory::LocationOf(FileName const& name) const {
     ConstData const bytes = name.Raw();
     bool const isLegal =
         !bytes.empty() && bytes != "."_data && bytes != ".."_data && !Holds(bytes, '/') && IsPlainText(bytes);
     if (!isLegal) throw IllegalFileName();
-    return name.IsBinary() ? FileLocation(directory, name.Bytes()) : FileLocation(directory, name.Text());
+    return ChildLocation(m_location, name);
 }
 
-void WriteSupportFiles(FileLocation const& directory, std::vector<FileTransfer> const& files) {
-    for (FileTransfer const& file : files) file.WriteToFile(LocationInDirectory(directory, file.fileName));
+void SessionDirectory::Write(std::vector<FileTransfer> const& files) const {
+    for (FileTransfer const& file : files) file.WriteToFile(LocationOf(file.fileName));
 }

@@ -10,6 +10,7 @@
 
 #include "app/MainLoop.h"
 #include "app/ProcessState.h"
+#include "bench/ProcessFigures.h"
 #include "dialogs/ActionRequestDialog.h"
 #include "dialogs/MessageDialogs.h"
 #include "link/ProtocolRecords.h"
@@ -23,8 +24,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
@@ -38,40 +37,10 @@ using Settling = std::chrono::milliseconds;
 std::string const cLocale = "C.UTF-8";
 std::string const cSummary = "You should save your work before taking these actions.";
 
-std::string ProcFile(pid_t process, char const* name) {
-    return "/proc/" + std::to_string(process) + "/" + name;
-}
-
-// The value of a "Name:   123 kB" line of /proc/PID/status.
-double StatusValue(pid_t process, std::string const& name) {
-    std::ifstream status(ProcFile(process, "status"));
-    for (std::string line; std::getline(status, line);)
-        if (line.starts_with(name)) return std::atof(line.c_str() + name.size() + 1);
-    return 0;
-}
-
 void PrintResident(char const* what, pid_t process) {
     std::printf("%-44s resident %6.0f KiB, of it private %6.0f KiB\n", what, StatusValue(process, "VmRSS"),
                 StatusValue(process, "RssAnon"));
     std::fflush(stdout);
-}
-
-// Time on a processor that the process's main thread has had so far.
-double CpuMilliseconds(pid_t process) {
-    std::ifstream statistics(ProcFile(process, "schedstat"));
-    double nanoseconds = 0;
-    statistics >> nanoseconds;
-    return nanoseconds / 1e6;
-}
-
-long Descriptors(pid_t process) {
-    std::filesystem::directory_iterator const descriptors(ProcFile(process, "fd"));
-    return std::distance(begin(descriptors), end(descriptors));
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 std::string Actions(int first, int count) {
@@ -171,19 +140,6 @@ std::string NotesInTurn(int count) {
     std::string document = "<ClientToUI>";
     for (int id = 1; id <= count; ++id) document += Note(id) + Withdrawal(id);
     return document + "</ClientToUI>";
-}
-
-// Returns when the process has had nothing to do but its ticks for a while. What was sent before is done
-// then: it is begun within a second.
-void WaitUntilIdle(pid_t process) {
-    constexpr Settling cTick(1200);
-    constexpr double cMillisecondsOfTick = 1;
-    double before = 0;
-    std::this_thread::sleep_for(cTick);
-    do {
-        before = CpuMilliseconds(process);
-        std::this_thread::sleep_for(cTick);
-    } while (CpuMilliseconds(process) - before > cMillisecondsOfTick);
 }
 
 // The processor time that the process takes for one frame.

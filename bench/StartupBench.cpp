@@ -3,12 +3,13 @@
 //
 // usage: bench_startup VRKCLIENTUI EMPTY_PROGRAM [RUNS]
 
+#include "bench/ProcessFigures.h"
+
 #include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 #include <sys/wait.h>
 #include <thread>
@@ -23,14 +24,6 @@ struct Run {
     double microseconds;
     double residentKiB;
 };
-
-// The value of a "Name:   123 kB" line of /proc/PID/status.
-double StatusValue(pid_t process, std::string const& name) {
-    std::ifstream status("/proc/" + std::to_string(process) + "/status");
-    for (std::string line; std::getline(status, line);)
-        if (line.starts_with(name)) return std::atof(line.c_str() + name.size() + 1);
-    return 0;
-}
 
 Run Measure(char const* program) {
     int toProgram[2];
@@ -61,11 +54,6 @@ Run Measure(char const* program) {
         std::exit(1);
     }
     return run;
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 void Print(char const* name, std::vector<Run> const& runs) {

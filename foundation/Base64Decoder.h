@@ -12,7 +12,7 @@ public:
     // not consumed then, so that nothing is lost when the call is repeated with more room.
     void operator()(ConstBuffer& in, Buffer& out) override;
 
-    // Checks the table of values against the alphabet.
+    // Checks the tables of values against the alphabet.
     static bool TableIsCorrect();
 
 private:

@@ -1,6 +1,7 @@
 #include "app/SessionDirectory.h"
 
 #include "files/FileErrors.h"
+#include "files/FileReading.h"
 #include "foundation/Exceptions.h"
 #include "tests/support/BeforeStatus.h"
 #include "tests/support/TemporaryFolder.h"
@@ -23,11 +24,20 @@ FileLocation Location(std::string const& path) {
     return FileLocation(MakeUTF8Ref(path));
 }
 
+void Prepare(FileLocation const& location) {
+    SessionDirectory const directory(location);
+}
+
+void Write(FileLocation const& location, std::vector<FileTransfer> const& files) {
+    SessionDirectory const directory(location);
+    directory.Write(files);
+}
+
 } // namespace
 
 TEST(SessionDirectory, IsMadeWithItsAncestors) {
     TemporaryFolder const folder;
-    PrepareSessionDirectory(folder.Location("a/b/c"));
+    Prepare(folder.Location("a/b/c"));
     EXPECT_TRUE(folder.Location("a/b/c").IsDirectory());
 }
 
@@ -37,7 +47,7 @@ TEST(SessionDirectory, IsEmptiedWhenItStands) {
     folder.MakeFolder("base/sub");
     folder.Write("base/sub/file", "x");
     folder.Write("base/.hidden", "x");
-    PrepareSessionDirectory(folder.Location("base"));
+    Prepare(folder.Location("base"));
     EXPECT_TRUE(folder.Has("base"));
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path("base")));
 }
@@ -50,7 +60,7 @@ TEST(SessionDirectory, EmptyingFollowsNoLinkOutOfIt) {
     folder.MakeLink(folder.Path("outside"), "base/link");
     folder.MakeLink(folder.Path("outside/kept"), "base/file");
     folder.MakeLink("nowhere", "base/dangling");
-    PrepareSessionDirectory(folder.Location("base"));
+    Prepare(folder.Location("base"));
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path("base")));
     EXPECT_TRUE(folder.Has("outside/kept"));
 }
@@ -61,7 +71,7 @@ TEST(SessionDirectory, TheRootIsRefusedByEveryName) {
     for (std::string const& path :
          {std::string("/"), std::string("//"), std::string("///"), std::string("/."), std::string("/tmp/.."),
           folder.Path("root"), folder.Path("root/")})
-        EXPECT_THROW(PrepareSessionDirectory(Location(path)), FilePermissionError) << path;
+        EXPECT_THROW(Prepare(Location(path)), FilePermissionError) << path;
 }
 
 TEST(SessionDirectory, SomebodyElsesIsRefused) {
@@ -77,7 +87,7 @@ TEST(SessionDirectory, SomebodyElsesIsRefused) {
     ASSERT_EQ(lchown(folder.Path("their link").c_str(), 4711, 4711), 0);
     for (char const* const name : {"theirs", "our link", "their link", "their link//", "their link/.",
                                    "their link/./", "new/../theirs", "newer/.././theirs"})
-        EXPECT_THROW(PrepareSessionDirectory(folder.Location(name)), FilePermissionError) << name;
+        EXPECT_THROW(Prepare(folder.Location(name)), FilePermissionError) << name;
     EXPECT_TRUE(folder.Has("theirs/kept"));
     EXPECT_TRUE(folder.Has("ours/kept"));
 }
@@ -87,7 +97,7 @@ TEST(SessionDirectory, OnesOwnThroughALinkIsEmptied) {
     folder.MakeFolder("base");
     folder.Write("base/file", "x");
     folder.MakeLink("base", "link");
-    PrepareSessionDirectory(folder.Location("link"));
+    Prepare(folder.Location("link"));
     EXPECT_FALSE(folder.Has("base/file"));
     EXPECT_TRUE(folder.Has("base"));
 }
@@ -105,27 +115,49 @@ TEST(SessionDirectory, NeitherIsEmptiedWhenAnotherIsPutInItsPlaceMeanwhile) {
         std::filesystem::rename(folder.Path("base"), folder.Path("moved"));
         std::filesystem::rename(folder.Path("documents"), folder.Path("base"));
     });
-    EXPECT_THROW(PrepareSessionDirectory(folder.Location("base")), FilePermissionError);
+    EXPECT_THROW(Prepare(folder.Location("base")), FilePermissionError);
     EXPECT_TRUE(folder.Has("base/kept"));
     EXPECT_TRUE(folder.Has("moved/file"));
+}
+
+TEST(SessionDirectory, IsTheSameWhateverIsPutInItsPlaceMeanwhile) {
+    TemporaryFolder const folder;
+    SessionDirectory const directory(folder.Location("base"));
+    std::filesystem::rename(folder.Path("base"), folder.Path("moved"));
+    folder.MakeFolder("documents");
+    folder.Write("documents/a", "kept");
+    folder.MakeLink("documents", "base");
+    directory.Write({File("a"_utf8, "QUJD")});
+    EXPECT_EQ(folder.Read("documents/a"), "kept");
+    EXPECT_EQ(folder.Read("moved/a"), "ABC");
+    EXPECT_EQ(FileReadingPath(directory.LocationOf(FileName("a"_utf8))).Length(), 3u);
+}
+
+TEST(SessionDirectory, IsClosedAgain) {
+    auto const count = [] { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); };
+    TemporaryFolder const folder;
+    auto const before = count();
+    Prepare(folder.Location("base"));
+    EXPECT_THROW(Prepare(Location("/")), FilePermissionError);
+    EXPECT_EQ(count(), before);
 }
 
 TEST(SessionDirectory, WhatIsNoDirectoryIsRefused) {
     TemporaryFolder const folder;
     folder.Write("file", "kept");
     folder.MakeLink("nowhere", "dangling");
-    EXPECT_THROW(PrepareSessionDirectory(folder.Location("file")), DirectoryNotFoundError);
-    EXPECT_THROW(PrepareSessionDirectory(folder.Location("file/below")), DirectoryNotFoundError);
-    EXPECT_THROW(PrepareSessionDirectory(folder.Location("dangling")), FileIOError);
+    EXPECT_THROW(Prepare(folder.Location("file")), DirectoryNotFoundError);
+    EXPECT_THROW(Prepare(folder.Location("file/below")), DirectoryNotFoundError);
+    EXPECT_THROW(Prepare(folder.Location("dangling")), FileIOError);
     EXPECT_EQ(folder.Read("file"), "kept");
 }
 
 TEST(SessionDirectory, APathThatNamesNothingIsRefused) {
-    EXPECT_THROW(PrepareSessionDirectory(FileLocation()), EmptyFileLocationError);
+    EXPECT_THROW(Prepare(FileLocation()), EmptyFileLocationError);
     TemporaryFolder const folder;
     folder.Write("kept", "x");
     std::string const withNUL = folder.Path() + std::string("\0/base", 6);
-    EXPECT_THROW(PrepareSessionDirectory(Location(withNUL)), IllegalFileName);
+    EXPECT_THROW(Prepare(Location(withNUL)), IllegalFileName);
     EXPECT_TRUE(folder.Has("kept"));
 }
 
@@ -135,7 +167,7 @@ TEST(SessionDirectory, APathThatIsNotStrictUTF8IsRefused) {
     folder.Write("kept", "x");
     // An overlong "..", an overlong NUL, a byte that begins nothing.
     for (std::string const name : {"base/\xc0\xae\xc0\xae", "base\xc0\x80", "base\xff"})
-        EXPECT_THROW(PrepareSessionDirectory(folder.Location(name)), IllegalFileName);
+        EXPECT_THROW(Prepare(folder.Location(name)), IllegalFileName);
     EXPECT_TRUE(folder.Has("kept"));
 }
 
@@ -144,20 +176,19 @@ TEST(SessionDirectory, APathBeyondTheSystemsLengthFailsAtOnce) {
     std::string path = folder.Path();
     while (path.size() < 1000000) path += "/a";
     try {
-        PrepareSessionDirectory(Location(path));
+        Prepare(Location(path));
         ADD_FAILURE() << "nothing was thrown";
     } catch (FileIOError const& error) {
         EXPECT_EQ(error.GetCode(), ENAMETOOLONG);
     }
     EXPECT_FALSE(folder.Has("a"));
-    EXPECT_THROW(PrepareSessionDirectory(folder.Location("new/" + std::string(300, 'x'))), FileIOError);
+    EXPECT_THROW(Prepare(folder.Location("new/" + std::string(300, 'x'))), FileIOError);
 }
 
 TEST(SupportFilesOnDisk, StandDirectlyInTheDirectoryWhateverTheirSubFolder) {
     TemporaryFolder const folder;
-    WriteSupportFiles(folder.Location(),
-                      {File("a.txt"_utf8, "QUJD"), File("b.txt"_utf8, "QUI=", "sub/folder"),
-                       File(".hidden"_utf8, ""), File("..."_utf8, "QQ==")});
+    Write(folder.Location(), {File("a.txt"_utf8, "QUJD"), File("b.txt"_utf8, "QUI=", "sub/folder"),
+                              File(".hidden"_utf8, ""), File("..."_utf8, "QQ==")});
     EXPECT_EQ(folder.Read("a.txt"), "ABC");
     EXPECT_EQ(folder.Read("b.txt"), "AB");
     EXPECT_TRUE(folder.Has(".hidden"));
@@ -167,13 +198,13 @@ TEST(SupportFilesOnDisk, StandDirectlyInTheDirectoryWhateverTheirSubFolder) {
 
 TEST(SupportFilesOnDisk, OfTwoOfOneNameTheLaterStays) {
     TemporaryFolder const folder;
-    WriteSupportFiles(folder.Location(), {File("a"_utf8, "QUJD"), File("a"_utf8, "QQ==")});
+    Write(folder.Location(), {File("a"_utf8, "QUJD"), File("a"_utf8, "QQ==")});
     EXPECT_EQ(folder.Read("a"), "A");
 }
 
 TEST(SupportFilesOnDisk, ANameThatLeadsElsewhereIsRefused) {
     TemporaryFolder const folder;
-    folder.MakeFolder("base");
+    SessionDirectory const directory(folder.Location("base"));
     folder.MakeFolder("base/sub");
     std::string const withNUL("a\0b", 3);
     for (std::string const& name :
@@ -182,18 +213,16 @@ TEST(SupportFilesOnDisk, ANameThatLeadsElsewhereIsRefused) {
           withNUL, std::string(1, '\0'), std::string("../"), std::string("./x"),
           std::string("\xc0\xae\xc0\xae\xc0\xafout"), std::string("a\xc0\x80"), std::string("\xe0\x80\xae"),
           std::string("a\xff")}) {
-        EXPECT_THROW(WriteSupportFiles(folder.Location("base"), {File(MakeUTF8Ref(name), "QUJD")}),
-                     IllegalFileName)
-            << name;
+        EXPECT_THROW(directory.Write({File(MakeUTF8Ref(name), "QUJD")}), IllegalFileName) << name;
         EXPECT_EQ(std::distance(std::filesystem::recursive_directory_iterator(folder.Path()), {}), 2) << name;
     }
 }
 
 TEST(SupportFilesOnDisk, FilesBeforeTheOneThatFailsAreThere) {
     TemporaryFolder const folder;
-    EXPECT_THROW(WriteSupportFiles(folder.Location(),
-                                   {File("a"_utf8, "QUJD"), File(".."_utf8, "QQ=="), File("b"_utf8, "QQ==")}),
-                 IllegalFileName);
+    EXPECT_THROW(
+        Write(folder.Location(), {File("a"_utf8, "QUJD"), File(".."_utf8, "QQ=="), File("b"_utf8, "QQ==")}),
+        IllegalFileName);
     EXPECT_EQ(folder.Read("a"), "ABC");
     EXPECT_FALSE(folder.Has("b"));
 }

@@ -90,6 +90,19 @@ TEST(FileTransfer, LinesDoNotMatter) {
         }
 }
 
+// Sizes on both sides of those of the pieces that the bytes go to the file in.
+TEST(FileTransfer, EveryByteOfALargeFileIsWritten) {
+    for (std::size_t const size : {16383u, 16384u, 16385u, 32768u, 200000u}) {
+        std::string bytes;
+        for (std::size_t place = 0; place < size; ++place) bytes += static_cast<char>(place * place / 7);
+        std::string const lines = MakeString(ReadFrom(bytes).content);
+        std::string unwrapped = lines;
+        std::erase(unwrapped, '\n');
+        EXPECT_TRUE(Written(lines) == bytes) << size << " in lines";
+        EXPECT_TRUE(Written(unwrapped) == bytes) << size << " in one line";
+    }
+}
+
 TEST(FileTransfer, WhatIsNoBase64IsSkipped) {
     EXPECT_EQ(Written("Q*U-J_D\xc3\xa4"), "ABC");
     EXPECT_EQ(Written("===="), "");

@@ -6,9 +6,12 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
+#include <linux/capability.h>
 #include <poll.h>
 #include <stdexcept>
 #include <sys/personality.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -62,6 +65,13 @@ bool WaitFor(std::function<bool()> const& condition, std::chrono::milliseconds p
     return true;
 }
 
+void ObeyPermissions() {
+    constexpr int cCapabilities[] = {CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH};
+    if (geteuid() != 0) return;
+    for (int const capability : cCapabilities)
+        if (prctl(PR_CAPBSET_DROP, capability, 0, 0, 0) != 0) _exit(1);
+}
+
 ClientSession::ClientSession() : ClientSession(Options()) {
 }
 
@@ -83,6 +93,7 @@ ClientSession::ClientSession(Options const& options) {
         std::signal(SIGPIPE, options.ignoreSigpipe ? SIG_IGN : SIG_DFL);
         dup2(toProgram.read, STDIN_FILENO);
         dup2(fromProgram.write, STDOUT_FILENO);
+        if (options.prepare) options.prepare();
         execve(program.c_str(), arguments, environmentPointers.data());
         _exit(127);
     }
@@ -157,6 +168,11 @@ bool ClientSession::IsRunning() {
     if (waitpid(m_process, &status, WNOHANG) != m_process) return true;
     m_status = status;
     return false;
+}
+
+std::size_t ClientSession::CountDescriptors() const {
+    std::filesystem::directory_iterator const folder("/proc/" + std::to_string(m_process) + "/fd");
+    return static_cast<std::size_t>(std::distance(begin(folder), end(folder)));
 }
 
 std::optional<int> ClientSession::WaitForEnd(std::chrono::milliseconds patience) {

@@ -14,6 +14,10 @@ inline constexpr std::chrono::seconds cPatience{30};
 // Polls until `condition` holds; false when it still does not after `patience`.
 bool WaitFor(std::function<bool()> const& condition, std::chrono::milliseconds patience = cPatience);
 
+// For the process of a program that is about to start: permissions count for the program even if it is the
+// superuser's.
+void ObeyPermissions();
+
 // One run of the real program as its client meets it: a pipe on its standard input, one on its standard
 // output. A program that is still running at the end of the test is killed.
 class ClientSession {
@@ -28,6 +32,8 @@ public:
         // The program's memory lies at the same addresses in every run, where the machine allows it, so that
         // a user at the screen can ask its widgets for values.
         bool fixedAddresses = false;
+        // What the program's process does before it becomes the program, such as to limit itself.
+        std::function<void()> prepare;
     };
 
     ClientSession();
@@ -54,6 +60,8 @@ public:
     void CloseFromProgram();
 
     bool IsRunning();
+    // How many descriptors the program has open.
+    std::size_t CountDescriptors() const;
     // The status as waitpid tells it; nothing when the program does not end in time.
     std::optional<int> WaitForEnd(std::chrono::milliseconds patience = cPatience);
     // The exit status; nothing when the program does not end in time or was ended by a signal.

@@ -26,9 +26,14 @@ std::string const& SessionFolder() {
 }
 
 std::string Initialization(std::string const& settings) {
+    return InitializationOf(SessionFolder(), "", settings);
+}
+
+std::string InitializationOf(std::string const& directory, std::string const& supportFiles,
+                             std::string const& settings) {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ClientToUI>\n\t<InitializationInfo>\n\t\t"
            "<BaseDirectory>" +
-           SessionFolder() + "</BaseDirectory><InitialUISettings>" + settings +
+           directory + "</BaseDirectory>" + supportFiles + "<InitialUISettings>" + settings +
            "</InitialUISettings>\n\t</InitializationInfo>\n</ClientToUI>";
 }
 

@@ -2,7 +2,6 @@
 
 #include "tests/support/ExpectedDocuments.h"
 
-#include <filesystem>
 #include <thread>
 
 // Messages on the screen: what the user reads and dismisses, and what the client and the clock take away.
@@ -20,11 +19,6 @@ std::string Text(std::string const& text) {
 
 std::string Timeout(std::string const& duration) {
     return Element("Timeout", duration);
-}
-
-std::size_t CountDescriptors(pid_t process) {
-    std::filesystem::directory_iterator const folder("/proc/" + std::to_string(process) + "/fd");
-    return static_cast<std::size_t>(std::distance(begin(folder), end(folder)));
 }
 
 } // namespace
@@ -187,14 +181,14 @@ TEST_F(UserWithMessages, SeesAHundredComeInOneDocumentAndGoInAnother) {
         messages += Message(id, "One of many", Text("Text " + std::to_string(id)));
         withdrawals += Withdrawal("Message", id);
     }
-    std::size_t const descriptors = CountDescriptors(m_session->ProcessID());
+    std::size_t const descriptors = m_session->CountDescriptors();
     Send(messages);
     LetATickPass();
     EXPECT_EQ(m_user.FindWindows("One of many").size(), 100u);
     Send(withdrawals);
     LetATickPass();
     EXPECT_FALSE(IsShown("One of many"));
-    EXPECT_EQ(CountDescriptors(m_session->ProcessID()), descriptors);
+    EXPECT_EQ(m_session->CountDescriptors(), descriptors);
     LetATickPass();
 }
 

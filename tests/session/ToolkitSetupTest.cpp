@@ -7,6 +7,7 @@
 #include "app/WidgetHelpers.h"
 #include "tests/session/ClientSession.h"
 #include "tests/session/InToolkit.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestLocales.h"
 
 #include <X11/Shell.h>
@@ -24,10 +25,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <netinet/in.h>
+#include <stdexcept>
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <sys/un.h>
@@ -204,24 +205,6 @@ TEST_F(BuiltInFontsOnly, WidgetsUseTheSetThatWasPutInForce) {
               cBuiltInFont);
 }
 
-// A folder of its own, deleted with the object.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string name = std::filesystem::temp_directory_path() / "toolkit-XXXXXX";
-        if (!mkdtemp(name.data())) throw std::runtime_error("cannot make a folder");
-        m_path = name;
-    }
-    TemporaryFolder(TemporaryFolder const&) = delete;
-    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all(m_path); }
-
-    std::filesystem::path const& Path() const { return m_path; }
-
-private:
-    std::filesystem::path m_path;
-};
-
 // A server that has the fonts of one folder only, which are written into it by the test.
 class OwnFonts : public FontSituation {
 protected:
@@ -229,7 +212,7 @@ protected:
     // image of `inkHeight` pixels.
     void AddFont(std::string const& family, int lineHeight, int inkHeight) {
         std::string const name = "-own-" + family + "-medium-r-normal--12-120-75-75-c-60-iso8859-1";
-        std::ofstream font(m_folder.Path() / (family + ".bdf"));
+        std::ofstream font(m_folder.Path(family + ".bdf"));
         font << "STARTFONT 2.1\nFONT " << name << "\nSIZE 12 75 75\nFONTBOUNDINGBOX 6 " << inkHeight
              << " 0 0\nSTARTPROPERTIES 3\nFONT_ASCENT " << lineHeight - 1
              << "\nFONT_DESCENT 1\nDEFAULT_CHAR 65\nENDPROPERTIES\nCHARS 1\n"
@@ -242,7 +225,7 @@ protected:
 
     // Makes the server use the fonts added so far.
     void PutInForce() {
-        std::ofstream(m_folder.Path() / "fonts.dir") << m_fonts << "\n" << m_index;
+        m_folder.Write("fonts.dir", std::to_string(m_fonts) + "\n" + m_index);
         Display* const onlooker = XOpenDisplay(m_display.Name().c_str());
         std::string folder = m_folder.Path();
         char* path[] = {folder.data()};

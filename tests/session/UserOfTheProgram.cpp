@@ -44,15 +44,23 @@ std::string QuietPeriodEnd() {
     return Element("QuietModeEnd", "");
 }
 
-void UserOfTheProgram::Start(std::string const& locale, std::string const& settings,
-                             std::map<std::string, std::string> const& environment) {
+std::unique_ptr<ClientSession>
+UserOfTheProgram::Launched(std::string const& locale, std::map<std::string, std::string> const& environment,
+                           std::function<void()> prepare) {
     ClientSession::Options options;
     options.display = m_server.Name();
     options.environment = environment;
     options.environment["LC_ALL"] = locale;
     options.fixedAddresses = true;
-    m_session = std::make_unique<ClientSession>(options);
-    EXPECT_EQ(m_session->ReadDocument(), cReadyForData);
+    options.prepare = std::move(prepare);
+    auto session = std::make_unique<ClientSession>(options);
+    EXPECT_EQ(session->ReadDocument(), cReadyForData);
+    return session;
+}
+
+void UserOfTheProgram::Start(std::string const& locale, std::string const& settings,
+                             std::map<std::string, std::string> const& environment) {
+    m_session = Launched(locale, environment);
     m_session->SendDocument(Initialization(Element("RemindInterval", "PT5M") + settings));
 }
 

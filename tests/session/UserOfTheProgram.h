@@ -42,6 +42,10 @@ class UserOfTheProgram : public testing::Test {
 protected:
     UserOfTheProgram() : m_user(m_server.Name()) {}
 
+    // A program in a locale, for the display, that waits for its initialization.
+    std::unique_ptr<ClientSession> Launched(std::string const& locale,
+                                            std::map<std::string, std::string> const& environment = {},
+                                            std::function<void()> prepare = {});
     // Starts the program in a locale and brings it to the display.
     void Start(std::string const& locale = "C", std::string const& settings = "",
                std::map<std::string, std::string> const& environment = {});

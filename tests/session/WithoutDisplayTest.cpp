@@ -1,5 +1,5 @@
-#include "tests/session/ClientSession.h"
 #include "tests/session/Documents.h"
+#include "tests/session/WaitingProgram.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -8,25 +8,9 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr std::size_t cLargestFrame = 2097152;
-
-// A display that nobody serves: a program that tried to open it would end with status 255.
-ClientSession::Options UnusableDisplay() {
-    ClientSession::Options options;
-    options.display = "unix:99999";
-    return options;
-}
-
 // An initialization of exactly `size` bytes.
 std::string InitializationOfSize(std::size_t size) {
-    std::string const document = Initialization();
-    return document + std::string(size - document.size(), ' ');
-}
-
-std::unique_ptr<ClientSession> StartedAndReady() {
-    auto session = std::make_unique<ClientSession>(UnusableDisplay());
-    EXPECT_EQ(session->ReadDocument(), cReadyForData);
-    return session;
+    return Padded(Initialization(), size);
 }
 
 } // namespace
@@ -110,13 +94,8 @@ TEST(ProcessWithoutDisplay, GarbageAndEmptyFramesDoNoHarm) {
     session->SendDocument("");
     session->SendDocument(std::string("\x00\xFF<<<&&&>>>]]>\x01", 14));
     session->SendDocument("<a><InitializationInfo><InitialUISettings><TrayMode>x</TrayMode>");
-    // What has failed once is not repeated; a later good one counts. It may meet the same batch as the
-    // garbage, which costs it, so it is sent until it is heard.
-    EXPECT_TRUE(WaitFor([&] {
-        session->SendDocument(Initialization());
-        return session->WaitForEnd(milliseconds(1500)).has_value();
-    }));
-    EXPECT_EQ(session->WaitForExitStatus(), 255);
+    // What has failed once is not repeated; a later good one counts.
+    ExpectInitialized(*session, Initialization());
 }
 
 TEST(ProcessWithoutDisplay, ClientThatReadsNoMoreDoesNotEndItBeforeThereIsSomethingToSay) {
@@ -153,11 +132,8 @@ TEST(ProcessWithoutDisplay, SurvivesTheWorstFramesOnAStackOfUsualSize) {
         sessions.push_back(StartedAndReady());
         ASSERT_TRUE(sessions.back()->SendDocument(frame));
     }
-    for (std::size_t index = 0; index < frames.size(); ++index) {
-        EXPECT_TRUE(WaitFor([&] {
-            sessions[index]->SendDocument(Initialization());
-            return sessions[index]->WaitForEnd(milliseconds(1500)).has_value();
-        }));
-        EXPECT_EQ(sessions[index]->WaitForExitStatus(), 255) << "frame " << index;
-    }
+    std::vector<InitializingDocument> documents;
+    for (std::unique_ptr<ClientSession> const& session : sessions)
+        documents.push_back({session.get(), Initialization()});
+    ExpectInitialized(documents);
 }

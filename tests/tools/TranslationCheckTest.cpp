@@ -76,6 +76,25 @@ TEST(CheckTranslation, OfAnEmptyFileMissesEverything) {
     EXPECT_THAT(Check(""), IsEmpty());
 }
 
+TEST(CheckTranslation, DoesNotMissWhatACompanionTranslates) {
+    CheckOptions options;
+    options.companions = {"OK\tGut\nNow\n", "{x} of {y}\t{x}\n"};
+    CheckResult const result = CheckTranslation("  --  \t  --  \nOK\tGut\n", cTexts, options);
+    EXPECT_THAT(LinesOf(result),
+                ElementsAre("0 warning: there is no translation of \"Now\"",
+                            "0 warning: there is no translation of \"Save first.  Then {x}.\""));
+    EXPECT_EQ(result.translated, 2u);
+}
+
+TEST(CheckTranslation, TellsWhatACompanionThatComesFirstHides) {
+    CheckOptions options;
+    options.tellMissing = false;
+    options.companions = {"Now\tjetzt\n", "OK\tGut\n"};
+    options.companionsComeFirst = true;
+    EXPECT_THAT(LinesOf(CheckTranslation("{x} of {y}\t{x}/{y}\n\nOK\tAlles klar\n", cTexts, options)),
+                ElementsAre("3 warning: the general translation has this text, too, and is asked first"));
+}
+
 TEST(CheckTranslation, KnowsTheKeys) {
     EXPECT_THAT(Check("OK!\tGut\n"), ElementsAre("1 error: the program has no text \"OK!\""));
     EXPECT_THAT(Check("{a}\n\n{b}\tx\n"),

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <memory>
 #include <set>
 
 // A file is looked at in two ways, both with the program's own reader, so that there is no other opinion of
@@ -123,6 +124,7 @@ private:
     void CheckLineWithoutEntry(std::size_t line, std::string_view text);
     void CheckEntry(Entry const& entry);
     void CheckKey(Entry const& entry);
+    void CheckUse(Entry const& entry);
     void CheckRepetition(Entry const& entry);
     void CheckValue(Entry const& entry);
     void CheckVariables(Entry const& entry, std::vector<std::string_view> const& allowed);
@@ -131,6 +133,7 @@ private:
     void CheckBlanks(Entry const& entry);
     void CheckCharacters(Entry const& entry);
     void CheckMissing();
+    bool IsInCompanion(std::string_view key) const;
     Entry const& EntryOfValue(std::string_view value) const;
     void Error(std::size_t line, std::string sentence) {
         m_result.findings.push_back({line, true, std::move(sentence)});
@@ -143,6 +146,7 @@ private:
     std::span<FormatText const> m_texts;
     CheckOptions m_options;
     FormatOverrideSet m_set;
+    std::vector<std::unique_ptr<FormatOverrideSet>> m_companions;
     std::set<std::string_view> m_keys;
     // The keys by their simplified texts.
     std::map<std::string, std::string_view> m_similarKeys;
@@ -155,6 +159,8 @@ private:
 
 Checker::Checker(std::string_view contents, std::span<FormatText const> texts, CheckOptions const& options)
     : m_contents(contents), m_texts(texts), m_options(options), m_set(ViewOf(contents), ""_utf8) {
+    for (std::string_view const companion : options.companions)
+        m_companions.push_back(std::make_unique<FormatOverrideSet>(ViewOf(companion), ""_utf8));
     for (FormatText const& text : texts) {
         if (!IsKey(text.text)) continue;
         m_keys.insert(text.text);
@@ -212,6 +218,7 @@ void Checker::CheckEntry(Entry const& entry) {
         Error(entry.line,
               "the line has several tabs, and what stands between them is lost: " + QuotedShort(entry.lost));
     CheckKey(entry);
+    CheckUse(entry);
     CheckRepetition(entry);
     CheckValue(entry);
 }
@@ -224,6 +231,16 @@ void Checker::CheckKey(Entry const& entry) {
     else
         Error(entry.line,
               "the program has no text " + Quoted(entry.key) + "; it writes it " + Quoted(similar->second));
+}
+
+void Checker::CheckUse(Entry const& entry) {
+    if (m_options.companionsComeFirst && IsInCompanion(entry.key))
+        Warning(entry.line, "the general translation has this text, too, and is asked first");
+}
+
+bool Checker::IsInCompanion(std::string_view key) const {
+    return std::any_of(m_companions.begin(), m_companions.end(),
+                       [&](auto const& companion) { return companion->HasOverride(ViewOf(key)); });
 }
 
 // Which of several entries counts is decided by the set.
@@ -306,7 +323,7 @@ void Checker::CheckMissing() {
         ++m_result.texts;
         if (m_set.HasOverride(ViewOf(text.text)))
             ++m_result.translated;
-        else if (m_options.tellMissing)
+        else if (m_options.tellMissing && !IsInCompanion(text.text))
             Warning(0, "there is no translation of " + Quoted(text.text));
     }
 }

@@ -26,6 +26,11 @@ struct CheckOptions {
     bool tellMissing = true;
     // Whether to look for characters that the encoding of the locale in force (LC_CTYPE) does not have.
     bool checkLocale = false;
+    // The contents of the files that are used along with this one. A text that one of them translates is not
+    // missing here. They have to stay until the check is done.
+    std::vector<std::string_view> companions;
+    // The companions are asked before this file, so that its entries for their texts are of no use.
+    bool companionsComeFirst = false;
 };
 
 struct CheckResult {

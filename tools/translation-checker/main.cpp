@@ -13,8 +13,13 @@ using namespace TranslationChecker;
 enum class Outcome { Usable = 0, HasErrors = 1, BadUsage = 2 };
 
 struct CommandLine {
-    std::string file;
+    std::vector<std::string> files;
     std::string locale;
+};
+
+struct File {
+    std::string name;
+    std::string contents;
 };
 
 Outcome Fail(std::string const& reason) {
@@ -34,21 +39,39 @@ void Print(std::string const& file, Finding const& finding) {
     std::cout << (finding.isError ? ": error: " : ": warning: ") << finding.sentence << '\n';
 }
 
+// The files are used together: what a general file leaves to a brand is not missing.
+std::vector<std::string_view> CompanionsOf(File const& file, std::vector<File> const& files) {
+    std::vector<std::string_view> companions;
+    for (File const& other : files)
+        if (IsBrandFile(other.name) != IsBrandFile(file.name)) companions.push_back(other.contents);
+    return companions;
+}
+
+bool CheckFile(File const& file, std::vector<File> const& files, bool checkLocale) {
+    bool const isBrand = IsBrandFile(file.name);
+    CheckOptions const options{!isBrand, checkLocale, CompanionsOf(file, files), isBrand};
+    CheckResult const result = CheckTranslation(file.contents, FormatTexts(), options);
+    for (Finding const& finding : result.findings) Print(file.name, finding);
+    std::size_t const errors = result.CountErrors();
+    std::cout << file.name << ": " << result.translated << " of " << result.texts
+              << " texts, errors: " << errors << ", warnings: " << result.findings.size() - errors
+              << std::endl;
+    return errors == 0;
+}
+
 Outcome Check(CommandLine const& line) {
     if (!line.locale.empty() && !std::setlocale(LC_CTYPE, line.locale.c_str()))
         return Fail("The locale " + line.locale + " is not installed.");
-    std::optional<std::string> const contents = ReadFile(line.file);
-    if (!contents) return Fail(line.file + " cannot be read.");
-    CheckOptions options;
-    options.tellMissing = !IsBrandFile(line.file);
-    options.checkLocale = !line.locale.empty();
-    CheckResult const result = CheckTranslation(*contents, FormatTexts(), options);
-    for (Finding const& finding : result.findings) Print(line.file, finding);
-    std::size_t const errors = result.CountErrors();
-    std::cout << line.file << ": " << result.translated << " of " << result.texts
-              << " texts, errors: " << errors << ", warnings: " << result.findings.size() - errors
-              << std::endl;
-    return errors == 0 ? Outcome::Usable : Outcome::HasErrors;
+    std::vector<File> files;
+    for (std::string const& name : line.files) {
+        std::optional<std::string> contents = ReadFile(name);
+        if (!contents) return Fail(name + " cannot be read.");
+        files.push_back({name, std::move(*contents)});
+    }
+    bool areGood = true;
+    for (File const& file : files)
+        if (!CheckFile(file, files, !line.locale.empty())) areGood = false;
+    return areGood ? Outcome::Usable : Outcome::HasErrors;
 }
 
 Outcome List() {
@@ -65,8 +88,8 @@ int main(int argc, char** argv) {
     app.require_subcommand(1);
     CLI::App const* const list =
         app.add_subcommand("list", "Print every text of the program, as a file to be filled in");
-    CLI::App* const check = app.add_subcommand("check", "Tell what is wrong with a translation file");
-    check->add_option("file", line.file, "The translation file")->required();
+    CLI::App* const check = app.add_subcommand("check", "Tell what is wrong with translation files");
+    check->add_option("file", line.files, "The translation files, which are used together")->required();
     check->add_option("--locale", line.locale,
                       "Also tell of characters that the encoding of this locale does not have");
     app.footer("Exit status: 0 nothing wrong, or only warnings; 1 errors; 2 a bad command line, a file that "
