@@ -3,8 +3,8 @@
 #include "files/ChildLocation.h"
 #include "files/FileErrors.h"
 #include "files/FileOperations.h"
+#include "files/FileStats.h"
 #include "files/OwnLocation.h"
-#include "files/SameFile.h"
 #include "foundation/Exceptions.h"
 #include "text/IsUTF8.h"
 

@@ -8,13 +8,16 @@
 #include "files/FileReadingLoop.h"
 #include "files/FileRetry.h"
 #include "files/FileWriting.h"
+#include "files/LinkWalk.h"
 #include "files/NonEmptyLocation.h"
+#include "files/OwnLocation.h"
 #include "files/SameFile.h"
 
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
+#include <fcntl.h>
 #include <string>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -68,10 +71,14 @@ void CopyToNewFile(FileReadingPath& source, FileLocation const& target) {
 
 // A link at the target that leads to the same, as it is written.
 void CopyLink(FileLocation const& source, FileLocation const& target) {
-    std::error_code failure;
-    std::filesystem::copy_symlink(source.LibPath().c_str(), target.LibPath().c_str(), failure);
-    if (failure.value() == EEXIST) throw FileExistsError(target, EEXIST);
-    ThrowFileError(target, failure.value());
+    auto const sourcePath = source.LibPath();
+    auto const targetPath = target.LibPath();
+    std::string text;
+    ThrowFileError(source, ReadLink(AT_FDCWD, sourcePath.c_str(), text));
+    if (symlink(text.c_str(), targetPath.c_str()) == 0) return;
+    int const code = errno;
+    if (code == EEXIST) throw FileExistsError(target, code);
+    ThrowFileError(target, code);
 }
 
 // Copies the files of one directory after the other, those that are met being appended to the list of those
@@ -130,15 +137,40 @@ private:
     std::vector<Pair> m_pending;
 };
 
+// What is moved, and what stands where it goes.
+struct Move {
+    FileWithInfo from;
+    FileWithInfo to;
+};
+
+// Throws for two things of different kinds.
+void RequireOneKind(Move const& move) {
+    if (move.from.info.IsRegularFile() == move.to.info.IsRegularFile()) return;
+    FileWithInfo const& odd = move.from.info.IsDirectory() ? move.from : move.to;
+    throw DirectoryFoundError(odd.location, EISDIR);
+}
+
 // Throws for what cannot succeed, before the target is deleted for it.
-void RefuseMoveIntoItself(FileWithInfo const& source, FileWithInfo const& target) {
-    bool const isItsDirectory = IsMoveOfLinkToItsTarget(source, target) && target.info.IsDirectory();
-    if (isItsDirectory || IsMoveIntoItself(source, target))
-        throw FileMoveError(source.location, target.location, EINVAL);
+void RequirePossibleMove(Move const& move) {
+    if (IsMoveOntoItsWay(move.from, move.to) || IsMoveOfLinkToItsTarget(move.from, move.to) ||
+        IsMoveIntoItself(move.from, move.to))
+        throw FileMoveError(move.from.location, move.to.location, EINVAL);
+}
+
+// Deletes the target for the source, unless both are one.
+void Replace(Move const& move) {
+    RequireOneKind(move);
+    if (IsMoveToItself(move.from, move.to)) return;
+    if (!move.to.info.IsDirectory() && IsMoveOfLinkToItsTarget(move.from, move.to))
+        return UnixPlatform::DeleteFile(move.from.location);
+    RequirePossibleMove(move);
+    UnixPlatform::ForceNonexistence(move.to.location);
+    UnixPlatform::MoveFile(move.from.location, move.to.location);
 }
 
 // A move to another file system.
 void CopyAndDelete(FileLocation const& source, UnixFileInfo const& info, FileLocation const& target) {
+    if (IsCopyIntoItself({source, info}, target)) throw FileMoveError(source, target, EINVAL);
     if (info.IsDirectory()) {
         UnixPlatform::CopyDirectoryContents(source, target);
         UnixPlatform::DeleteRecursive(source);
@@ -167,36 +199,35 @@ void CopyFile(FileLocation const& source, FileLocation const& target) {
 void ForceCopyFile(FileLocation const& source, FileLocation const& target) {
     UnixFileInfo const info = RequireReadableSource(source);
     if (!info.IsRegularFile()) throw FileNotFoundError(source, 0);
+    FileLocation const own = OwnLocation(target);
     UnixFileInfo targetInfo;
-    targetInfo.Set(target);
-    if (targetInfo.Exists() && IsCopyToItself({source, info}, {target, targetInfo})) return;
+    targetInfo.Set(own);
+    if (targetInfo.Exists() && IsCopyToItself({source, info}, {own, targetInfo})) return;
     ::FileReadingPath sourcePath(source);
-    UnixPlatform::ForceNonexistence(target);
-    CopyToNewFile(sourcePath, target);
+    UnixPlatform::ForceNonexistence(own);
+    CopyToNewFile(sourcePath, own);
 }
 
 void MoveFile(FileLocation const& source, FileLocation const& target) {
-    UnixFileInfo const info = RequireSource(source);
-    if (IsAnythingAt(target)) throw FileIOError(target, 0);
-    if (std::rename(source.LibPath().c_str(), target.LibPath().c_str()) == 0) return;
-    if (int const code = errno; code != EXDEV) throw FileMoveError(source, target, code);
-    CopyAndDelete(source, info, target);
+    FileLocation const from = OwnLocation(source);
+    FileLocation const to = OwnLocation(target);
+    UnixFileInfo const info = RequireSource(from);
+    if (IsAnythingAt(to)) throw FileIOError(to, 0);
+    auto const fromPath = from.LibPath();
+    auto const toPath = to.LibPath();
+    if (std::rename(fromPath.c_str(), toPath.c_str()) == 0) return;
+    if (int const code = errno; code != EXDEV) throw FileMoveError(from, to, code);
+    CopyAndDelete(from, info, to);
 }
 
 void ForceMoveFile(FileLocation const& source, FileLocation const& target) {
-    RequireSource(source);
-    if (!IsAnythingAt(target)) return UnixPlatform::MoveFile(source, target);
-    UnixFileInfo const sourceInfo = source.GetValidInfo();
-    UnixFileInfo const targetInfo = target.GetValidInfo();
-    if (sourceInfo.IsRegularFile() != targetInfo.IsRegularFile())
-        throw DirectoryFoundError(sourceInfo.IsDirectory() ? source : target, EISDIR);
-    FileWithInfo const from{source, sourceInfo};
-    FileWithInfo const to{target, targetInfo};
-    if (IsMoveToItself(from, to)) return;
-    RefuseMoveIntoItself(from, to);
-    if (IsMoveOfLinkToItsTarget(from, to)) return UnixPlatform::DeleteFile(source);
-    UnixPlatform::ForceNonexistence(target);
-    UnixPlatform::MoveFile(source, target);
+    FileLocation const from = OwnLocation(source);
+    FileLocation const to = OwnLocation(target);
+    RequireSource(from);
+    if (!IsAnythingAt(to)) return UnixPlatform::MoveFile(from, to);
+    UnixFileInfo const fromInfo = from.GetValidInfo();
+    UnixFileInfo const toInfo = to.GetValidInfo();
+    Replace({{from, fromInfo}, {to, toInfo}});
 }
 
 void CopyDirectoryContents(FileLocation const& source, FileLocation const& target) {

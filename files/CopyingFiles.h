@@ -12,7 +12,12 @@ class FileRetryLog;
 // part that was written.
 //
 // The two locations may be names of one file, however they are spelled. A name given twice stays, and so does
-// the file behind a link that is given as the source: nothing is lost.
+// the file behind a link that is given as the source: nothing is lost. What is moved, or deleted for what
+// comes in its place, is what stands under the last name itself, as in files/DeletingFiles.h: "link/." means
+// the link.
+//
+// Copying goes by path, from directory to directory: whoever may write in the source meanwhile decides what
+// is copied, and may put a link to elsewhere in the place of a file or directory.
 
 // Copies a file to a location where nothing is. Throws FileNotFoundError if there is no source, a dangling
 // link counting as none, and FileExistsError (EEXIST) if anything is at the target. A named pipe is read
@@ -25,19 +30,23 @@ void CopyFile(FileLocation const& source, FileLocation const& target);
 void ForceCopyFile(FileLocation const& source, FileLocation const& target);
 
 // Moves a file, directory or link to a location where nothing is. To another file system it goes by copying
-// and deleting, as CopyFile or CopyDirectoryContents copy; a failure behind the copy leaves both in place,
-// and one within it the source and what has been copied. Throws FileNotFoundError if there is no source,
-// FileIOError with the target and code 0 if anything is at the target, and FileMoveError with both locations
-// and the error number otherwise; with EXDEV also for what cannot be copied to another file system, such as a
-// named pipe.
+// and deleting, as CopyFile or CopyDirectoryContents copy. A failure behind the copy leaves it whole, and of
+// the source what could not be deleted: all of a file, and of a directory what the deletion had not come to.
+// A failure within the copy leaves the source and what has been copied. Throws FileNotFoundError if there is
+// no source, FileIOError with the target and code 0 if anything is at the target, and FileMoveError with both
+// locations and the error number otherwise. That is EXDEV also for what cannot be copied to another file
+// system, such as a named pipe, and EINVAL for a target within the directory that would be moved or copied,
+// before anything is made.
 void MoveFile(FileLocation const& source, FileLocation const& target);
 
 // The same, deleting first what is at the target; a directory there has to be empty. What is moved to itself
-// stays; a link moved to the very file that it leads to is deleted, and that file stays. Throws
+// stays; a link moved to the very name that it leads to is deleted, and the file of that name stays. Throws
 // FileNotFoundError if there is no source, and DirectoryFoundError (EISDIR) if just one of the two is a
 // regular file: with the source if that is a directory, otherwise with the target. Throws InvalidStats if one
-// of the two disappears meanwhile, and FileMoveError (EINVAL) for a target within the source, or a directory
-// that the source is a link to, leaving both. A move that fails later has deleted the target.
+// of the two disappears meanwhile, and FileMoveError (EINVAL), leaving both, for a target within the source,
+// for a directory that the source is a link to, and for anything else that the way to the source leads
+// through, such as a link that the source is a link to: without it the source would lead nowhere. A move
+// that fails later has deleted the target.
 void ForceMoveFile(FileLocation const& source, FileLocation const& target);
 
 // Copies all files and directories in a directory to another one, which is made if it is missing. Each file

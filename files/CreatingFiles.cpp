@@ -41,8 +41,8 @@ bool IsDirectoryThere(FileLocation const& location) {
     return false;
 }
 
-// Throws for a component that is longer than any file system takes, which the system itself finds out only
-// when all above it is there.
+// Throws for a component of more than NAME_MAX bytes, which the usual file systems refuse, but only when all
+// above it is there.
 void RefuseLongComponents(FileLocation const& location) {
     AutoNullTerminated<Local8Bit> const path = location.LibPath();
     auto const* start = path.begin();
@@ -118,7 +118,8 @@ void CreateFile(FileLocation const& location, FileCreatingInfo const& info) {
 }
 
 void CreateFifo(FileLocation const& location, FileCreatingInfo const& info) {
-    if (mkfifo(location.LibPath().c_str(), info.mode) != 0) ThrowCreateFailure(location, errno);
+    auto const path = location.LibPath();
+    if (mkfifo(path.c_str(), info.mode) != 0) ThrowCreateFailure(location, errno);
 }
 
 void CreateDirectory(FileLocation const& location, DirectoryCreatingInfo const& info) {
@@ -157,11 +158,13 @@ void SetFileReadOnly(FileLocation const& location, bool readOnly) {
 }
 
 void Chown(FileLocation const& location, uid_t owner, gid_t group) {
-    if (chown(location.LibPath().c_str(), owner, group) != 0) ThrowFileError(location, errno);
+    auto const path = location.LibPath();
+    if (chown(path.c_str(), owner, group) != 0) ThrowFileError(location, errno);
 }
 
 void Chmod(FileLocation const& location, mode_t mode) {
-    if (chmod(location.LibPath().c_str(), mode) != 0) ThrowFileError(location, errno);
+    auto const path = location.LibPath();
+    if (chmod(path.c_str(), mode) != 0) ThrowFileError(location, errno);
 }
 
 std::uint64_t CalculateFreeSpace(FileLocation const& location) {

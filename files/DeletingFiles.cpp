@@ -19,12 +19,6 @@ UnixPlatform::UnixFileInfo WhatIsThere(FileLocation const& location) {
     return info;
 }
 
-void EraseContents(FileLocation const& directory, bool followsLink) {
-    DirectoryEraser eraser(directory);
-    eraser.Open(followsLink);
-    eraser.Erase();
-}
-
 // What is to be deleted may have gone by itself meanwhile.
 template <class Delete>
 void DeleteUnlessGone(Delete const& deleteIt) {
@@ -40,16 +34,15 @@ void DeleteUnlessGone(Delete const& deleteIt) {
 namespace UnixPlatform {
 
 void DeleteFile(FileLocation const& location) {
-    if (unlink(location.LibPath().c_str()) != 0) ThrowFileError(location, errno);
+    auto const path = location.LibPath();
+    if (unlink(path.c_str()) != 0) ThrowFileError(location, errno);
 }
 
 void DeleteDirectory(FileLocation const& location) {
     FileLocation const own = OwnLocation(location);
-    if (RequireDirectory(own).IsLink()) {
-        UnixPlatform::DeleteFile(own);
-    } else if (rmdir(own.LibPath().c_str()) != 0) {
-        ThrowFileError(own, errno);
-    }
+    if (RequireDirectory(own).IsLink()) return UnixPlatform::DeleteFile(own);
+    auto const path = own.LibPath();
+    if (rmdir(path.c_str()) != 0) ThrowFileError(own, errno);
 }
 
 void ForceNonexistence(FileLocation const& location) {
@@ -61,7 +54,7 @@ void ForceNonexistence(FileLocation const& location) {
 
 void DeleteContents(FileLocation const& location) {
     RequireDirectory(location);
-    EraseContents(location, true);
+    DirectoryEraser(location).Erase(true);
 }
 
 // An empty directory goes as it is, since looking into it takes a permission that deleting it does not.
@@ -69,7 +62,7 @@ void DeleteRecursive(FileLocation const& location) {
     FileLocation const own = OwnLocation(location);
     if (!RequireDirectory(own).IsLink()) {
         if (rmdir(own.LibPath().c_str()) == 0) return;
-        EraseContents(own, false);
+        DirectoryEraser(own).Erase(false);
     }
     UnixPlatform::DeleteDirectory(own);
 }

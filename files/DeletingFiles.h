@@ -8,11 +8,12 @@ class FileRetryLog;
 //
 // A symbolic link is deleted and never followed, neither one that is named nor one that is met in a tree; the
 // one exception is DeleteContents. To delete a directory, a "/" or "/." at the end of its name does not
-// count, by which the system would follow a link: "link/." means the link. Trees may be of any depth, beyond
-// the longest path of the system too: they are walked with a handful of descriptors and without recursion. A
-// file system that is mounted within a tree is not entered but fails the operation (EBUSY). What disappears
-// meanwhile by itself is no failure. The first failure ends the operation and names the very file; what has
-// been deleted stays so.
+// count, by which the system would follow a link: "link/." means the link. A ".." counts: "link/.." is the
+// directory above the one that the link leads to. Trees may be of any depth, beyond the longest path of the
+// system too: they are walked with a handful of descriptors and without recursion. A file system that is
+// mounted within a tree is not entered but fails the operation (EBUSY). What disappears meanwhile by itself
+// is no failure. The first failure ends the operation and names the very file; what has been deleted stays
+// so.
 //
 // All throw EmptyFileLocationError for an empty location and what FileLocation::LibPath throws; otherwise by
 // ThrowFileError.

@@ -29,16 +29,12 @@ bool MeansNotEmpty(int code) {
 
 } // namespace
 
-struct stat DirectoryEraser::Open(bool followsLink) {
+void DirectoryEraser::Erase(bool followsLink) {
     if (stat("/", &m_root) != 0) ThrowFileError(FileLocation("/"), errno);
     int code = 0;
-    OpenDirectory top = OpenAt(AT_FDCWD, m_location.LibPath().c_str(), followsLink ? 0 : O_NOFOLLOW, code);
+    OpenDirectory top = Open(AT_FDCWD, m_location.LibPath().c_str(), followsLink ? 0 : O_NOFOLLOW, code);
     if (!top) ThrowFileError(m_location, code);
-    return Enter(std::move(top));
-}
-
-void DirectoryEraser::Erase() {
-    EraseEntries();
+    Enter(std::move(top));
     while (true) {
         if (!m_levels.back().directories.empty()) {
             Descend();
@@ -51,8 +47,8 @@ void DirectoryEraser::Erase() {
 }
 
 // Null with the error number in `code` when it cannot be opened.
-DirectoryEraser::OpenDirectory DirectoryEraser::OpenAt(int parent, char const* path, int flags,
-                                                       int& code) const {
+DirectoryEraser::OpenDirectory DirectoryEraser::Open(int parent, char const* path, int flags,
+                                                     int& code) const {
     int const descriptor = openat(parent, path, cOpenFlags | flags);
     OpenDirectory directory(descriptor == -1 ? nullptr : fdopendir(descriptor));
     if (!directory) {
@@ -68,13 +64,13 @@ struct stat DirectoryEraser::StatusOf(OpenDirectory const& directory) const {
     return status;
 }
 
-struct stat DirectoryEraser::Enter(OpenDirectory directory) {
+void DirectoryEraser::Enter(OpenDirectory directory) {
     struct stat const status = StatusOf(directory);
     if (status.st_dev == m_root.st_dev && status.st_ino == m_root.st_ino)
         ThrowFileError(CurrentLocation(), EPERM);
     m_current = std::move(directory);
     m_levels.push_back(Level{status.st_dev, status.st_ino, {}});
-    return status;
+    EraseEntries();
 }
 
 std::vector<DirectoryEraser::Entry> DirectoryEraser::ReadEntries() const {
@@ -120,10 +116,9 @@ int DirectoryEraser::TryToErase(Entry const& entry) const {
 void DirectoryEraser::Descend() {
     std::string const& name = m_levels.back().directories.back();
     int code = 0;
-    OpenDirectory child = OpenAt(dirfd(m_current.get()), name.c_str(), O_NOFOLLOW, code);
+    OpenDirectory child = Open(dirfd(m_current.get()), name.c_str(), O_NOFOLLOW, code);
     if (child) {
         Enter(std::move(child));
-        EraseEntries();
     } else if (code == ENOENT) {
         m_levels.back().directories.pop_back();
     } else {
@@ -134,7 +129,7 @@ void DirectoryEraser::Descend() {
 // The directory that is left has been emptied.
 void DirectoryEraser::Ascend() {
     int code = 0;
-    OpenDirectory parent = OpenAt(dirfd(m_current.get()), "..", 0, code);
+    OpenDirectory parent = Open(dirfd(m_current.get()), "..", 0, code);
     if (!parent) ThrowFileError(CurrentLocation(), code);
     struct stat const status = StatusOf(parent);
     Level const& level = m_levels[m_levels.size() - 2];

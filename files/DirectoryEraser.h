@@ -13,17 +13,15 @@
 // most, and in memory the names of one directory and of the directories that are still to be emptied.
 class DirectoryEraser {
 public:
-    // For the directory at the location, or the one that it leads to if it is a link.
+    // For the directory at the location, or the one that it leads to if it is a link: only Erase(true) takes
+    // one. The location is held by reference and must outlive the eraser.
     explicit DirectoryEraser(FileLocation const& directory) : m_location(directory) {}
     DirectoryEraser(DirectoryEraser const&) = delete;
     DirectoryEraser& operator=(DirectoryEraser const&) = delete;
 
-    // The status of the directory, which is held from now on: whatever its path leads to later, Erase() works
-    // on this one. To be called once. Throws by ThrowFileError; EPERM for the root directory of the process.
-    struct stat Open(bool followsLink);
-    // To be called once, after Open(). Throws by ThrowFileError, with the location of what could not be
-    // deleted.
-    void Erase();
+    // To be called once. Throws by ThrowFileError, with the location of what could not be deleted; EPERM for
+    // the root directory of the process.
+    void Erase(bool followsLink);
 
 private:
     struct Entry {
@@ -42,9 +40,9 @@ private:
     };
     using OpenDirectory = std::unique_ptr<DIR, Closer>;
 
-    OpenDirectory OpenAt(int parent, char const* path, int flags, int& code) const;
+    OpenDirectory Open(int parent, char const* path, int flags, int& code) const;
     struct stat StatusOf(OpenDirectory const& directory) const;
-    struct stat Enter(OpenDirectory directory);
+    void Enter(OpenDirectory directory);
     std::vector<Entry> ReadEntries() const;
     void EraseEntries();
     bool EraseEntry(Entry const& entry) const;

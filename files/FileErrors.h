@@ -36,7 +36,7 @@ public:
 private:
     struct Block;
 
-    // What std::exception would otherwise be: small, and cheap to copy for the runtime.
+    // Never null. The exception itself is a pointer larger than its base, whatever it has to tell.
     std::unique_ptr<Block> m_block;
 };
 

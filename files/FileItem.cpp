@@ -32,8 +32,8 @@ void FileItem::SetModificationTime(Instant time) {
     timespec const modified{.tv_sec = InstantToFileTime(time).Microseconds() / cMicrosecondsPerSecond,
                             .tv_nsec = 0};
     timespec const times[] = {accessed, modified};
-    if (utimensat(AT_FDCWD, NonEmpty(m_location).LibPath().c_str(), times, 0) != 0)
-        ThrowFileError(m_location, errno);
+    auto const path = NonEmpty(m_location).LibPath();
+    if (utimensat(AT_FDCWD, path.c_str(), times, 0) != 0) ThrowFileError(m_location, errno);
     m_info.SetModificationTime(time);
 }
 

@@ -244,7 +244,8 @@ bool FileLocation::IsDirectory() const {
 }
 
 bool FileLocation::IsReadOnly() const {
-    if (access(LibPath().c_str(), W_OK) == 0) return false;
+    auto const path = LibPath();
+    if (access(path.c_str(), W_OK) == 0) return false;
     int const code = errno;
     if (code != EROFS && code != EACCES) ThrowFileError(*this, code);
     return true;

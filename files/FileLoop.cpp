@@ -17,7 +17,9 @@
 // means "there is an item".
 //
 // A name becomes text only if that leads back to the same bytes: the location is what the file is opened by
-// later, and a text that the locale spells in another way would name another file.
+// later, and a text that the locale spells in another way would name another file. Where the reading of the
+// locale does not lead back, that of the converter service may: the locale of windows-1258 reads a letter and
+// its accent as one character and spells that as one byte, while the converter leaves them two.
 
 namespace {
 
@@ -25,26 +27,15 @@ int IsEntry(dirent const* entry) {
     return std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0;
 }
 
-// The name as the encoding reads it that the process works with, which need not be that of the locale any
-// more; the empty text for a name that is none.
-AutoUString<UTF8> ReadByEncoding(UStringRef<Local8Bit> const& name) {
-    AutoUString<UTF8> text;
+// The converter of the encoding that the process works with, which need not be that of the locale any more;
+// null for an encoding that the converter service does not know.
+std::unique_ptr<CharacterSet const> OpenLocalEncoding() {
     try {
-        CharacterSet const local(GetLocalEncoding().Name(), CharacterSet::InvalidCharacterAction::Stop, true);
-        local.ConvertToUTF8(UStringRef<IANANamedTextEncoding>(GetLocalEncoding(), BytesOf(name)), text);
+        return std::make_unique<CharacterSet const>(GetLocalEncoding().Name(),
+                                                    CharacterSet::InvalidCharacterAction::Stop, true);
     } catch (ICUResult const&) {
-        text.clear(); // The encoding is not one that can be converted.
+        return nullptr;
     }
-    return text;
-}
-
-// The empty text for a name that cannot be told as text.
-AutoUString<UTF8> TextOf(UStringRef<Local8Bit> const& name) {
-    AutoUString<UTF8> text = FaithfulTextOf(name);
-    if (!text.empty()) return text;
-    text = ReadByEncoding(name);
-    if (!LeadsBackTo(name, text)) text.clear();
-    return text;
 }
 
 bool NameMatches(UStringRef<Local8Bit> const& name, UStringRef<UTF8> const& pattern) {
@@ -56,6 +47,28 @@ bool NameMatches(UStringRef<Local8Bit> const& name, UStringRef<UTF8> const& patt
 
 namespace UnixPlatform {
 
+// Names as the encoding reads them that the process works with.
+class FileLoop::EncodingReader {
+public:
+    EncodingReader() : m_encoding(OpenLocalEncoding()) {}
+
+    // The empty text for a name that is none.
+    AutoUString<UTF8> Read(UStringRef<Local8Bit> const& name) const {
+        AutoUString<UTF8> text;
+        if (m_encoding) m_encoding->ConvertToUTF8(name, text);
+        return text;
+    }
+
+private:
+    std::unique_ptr<CharacterSet const> m_encoding;
+};
+
+FileLoop::FileLoop() = default;
+
+FileLoop::~FileLoop() {
+    init();
+}
+
 void FileLoop::Start(FileLocation const& directory, UStringRef<UTF8> const& pattern,
                      bool danglingLinkIsTolerated, bool firstInspectorFlag, bool secondInspectorFlag) {
     init();
@@ -64,6 +77,7 @@ void FileLoop::Start(FileLocation const& directory, UStringRef<UTF8> const& patt
     m_danglingLinkIsTolerated = danglingLinkIsTolerated;
     m_firstInspectorFlag = firstInspectorFlag;
     m_secondInspectorFlag = secondInspectorFlag;
+    m_scanCode = 0;
     DoScanDirectory(IsEntry, pattern, danglingLinkIsTolerated);
 }
 
@@ -72,6 +86,15 @@ void FileLoop::init() noexcept {
     m_names = nullptr;
     m_count = 0;
     m_index = 0;
+    m_encodingReader.reset();
+}
+
+void FileLoop::Forget() noexcept {
+    init();
+    m_directory = FileLocation();
+    m_scanCode = 0;
+    m_firstInspectorFlag = false;
+    m_secondInspectorFlag = false;
 }
 
 void FileLoop::DoScanDirectory(EntryFilter filter, UStringRef<UTF8> const& pattern,
@@ -88,7 +111,8 @@ void FileLoop::DoScanDirectory(EntryFilter filter, UStringRef<UTF8> const& patte
 void FileLoop::BuildNameList(EntryFilter filter, UStringRef<UTF8> const& pattern) {
     init();
     dirent** names = nullptr;
-    int const count = scandir(m_directory.LibPath().c_str(), &names, filter, alphasort);
+    auto const path = m_directory.LibPath();
+    int const count = scandir(path.c_str(), &names, filter, alphasort);
     m_scanCode = count == -1 ? errno : 0;
     if (count == -1 || !names) return;
     m_names = names;
@@ -123,7 +147,17 @@ bool FileLoop::TrySetLoopItem(char const* name, bool danglingLinkIsTolerated) {
     return true;
 }
 
-FileLocation FileLoop::LocationOf(char const* name) const {
+// The empty text for a name that cannot be told as text.
+AutoUString<UTF8> FileLoop::TextOf(UStringRef<Local8Bit> const& name) {
+    AutoUString<UTF8> text = FaithfulTextOf(name);
+    if (!text.empty()) return text;
+    if (!m_encodingReader) m_encodingReader = std::make_unique<EncodingReader>();
+    text = m_encodingReader->Read(name);
+    if (!LeadsBackTo(name, text)) text.clear();
+    return text;
+}
+
+FileLocation FileLoop::LocationOf(char const* name) {
     UStringRef<Local8Bit> const local = MakeLocalRef(name);
     AutoUString<UTF8> const text = m_namesAreBytes ? AutoUString<UTF8>() : TextOf(local);
     return ChildLocation(m_directory, text.empty() ? FileName(BytesOf(local)) : FileName(text.Ref()));
@@ -182,11 +216,14 @@ void FileLoop::InspectorStart(FileLocation const& directory, UStringRef<UTF8> co
 
 void FileLoop::StartIn(FileLocation const& directory, UStringRef<UTF8> const& pattern,
                        bool danglingLinkIsTolerated, bool firstFlag, bool secondFlag) {
+    // Copies, since the arguments may be the loop's own.
+    FileLocation const place = directory;
+    CopiedUString<UTF8> const names(pattern);
     m_started = false;
-    init();
-    if (directory.empty() || !directory.IsDirectory()) return;
-    UnixPlatform::FileLoop::Start(directory, pattern, danglingLinkIsTolerated, firstFlag, secondFlag);
+    Forget();
+    if (place.empty() || !place.IsDirectory()) return;
     m_started = true;
+    UnixPlatform::FileLoop::Start(place, names, danglingLinkIsTolerated, firstFlag, secondFlag);
 }
 
 void FileLoop::RequireStart() const {

@@ -5,6 +5,7 @@
 #include "foundation/Exceptions.h"
 
 #include <dirent.h>
+#include <memory>
 
 // Loop over the entries of one directory, in the order of the locale:
 //
@@ -31,14 +32,15 @@ public:
     class InvalidIteratorPosition : public Error {};
 
     // Finished.
-    FileLoop() = default;
+    FileLoop();
     FileLoop(FileLoop const&) = delete;
     FileLoop& operator=(FileLoop const&) = delete;
-    ~FileLoop() { init(); }
+    ~FileLoop();
 
     // Goes to the first entry. A directory that cannot be read gives a finished loop; only ScanCode() tells
     // it from an empty one. The last two flags are kept for who inspects directories and have no effect.
-    // Throws as the steps of the loop do.
+    // Throws as the steps of the loop do, and the loop is finished then. The location may be the loop's own,
+    // its directory or that of its item.
     void Start(FileLocation const& directory, UStringRef<UTF8> const& pattern, bool danglingLinkIsTolerated,
                bool firstInspectorFlag, bool secondInspectorFlag);
 
@@ -52,6 +54,9 @@ public:
     // such an entry; one that is tolerated comes as an item in the state cDanglingLink.
     FileLoop& operator++();
 
+    // What the last start was given, also once the loop has come to its end. Before the first one there are
+    // the empty location and no flags.
+    //
     // 0, or the error number for which the directory could not be read at the start.
     int ScanCode() const { return m_scanCode; }
     FileLocation const& Directory() const { return m_directory; }
@@ -61,8 +66,11 @@ public:
 protected:
     // Gives up the list of names: the loop is finished.
     void init() noexcept;
+    // Gives up what any start has left: the loop is as it was before the first one.
+    void Forget() noexcept;
 
 private:
+    class EncodingReader;
     using EntryFilter = int (*)(dirent const*);
 
     void DoScanDirectory(EntryFilter filter, UStringRef<UTF8> const& pattern, bool danglingLinkIsTolerated);
@@ -70,7 +78,8 @@ private:
     void KeepMatchingNames(UStringRef<UTF8> const& pattern);
     void SetLoopItem(bool danglingLinkIsTolerated);
     bool TrySetLoopItem(char const* name, bool danglingLinkIsTolerated);
-    FileLocation LocationOf(char const* name) const;
+    AutoUString<UTF8> TextOf(UStringRef<Local8Bit> const& name);
+    FileLocation LocationOf(char const* name);
     // Frees the entries and the list.
     static void EmptyScandirList(dirent** names, int count) noexcept;
 
@@ -81,6 +90,9 @@ private:
     int m_count = 0;
     int m_index = 0;
     int m_scanCode = 0;
+    // Made for the first name that needs it, and kept for the rest: a converter costs more to open than to
+    // use.
+    std::unique_ptr<EncodingReader> m_encodingReader;
     bool m_danglingLinkIsTolerated = false;
     bool m_namesAreBytes = false;
     bool m_firstInspectorFlag = false;
@@ -90,8 +102,15 @@ private:
 } // namespace UnixPlatform
 
 // The portable loop, which tells a loop that has nothing to loop over from one that has come to its end: with
-// a location that is no directory, or the empty one, it is not started. It is finished then, and asking for
-// its item throws FileLoopUninitialized.
+// a location that is no directory, or the empty one, it is not started. It is finished then, keeps nothing of
+// an earlier start, and asking for its item throws FileLoopUninitialized.
+//
+// A start that throws leaves a finished loop, but for one that lacks the memory to take its arguments, which
+// leaves all as it was. The loop is not started if the location itself could not be looked at, because the
+// local encoding cannot spell it. It is started if the walk of the directory failed, be it at the first
+// entry: asking for its item throws InvalidIteratorPosition then, as behind the last one.
+//
+// Location and pattern of a start may be the loop's own: the directory that it walks, or its item's.
 class FileLoop : public UnixPlatform::FileLoop {
 public:
     // Not started.

@@ -165,16 +165,18 @@ FileReader::Place FileReader::Seek() const {
 }
 
 // Reads at the position and moves it; returns how many bytes came. The byte that was looked at can't be read
-// again from a pipe; any other file gives it once more. Who can do with it alone does not wait for more: the
-// writer may be waiting for an answer to it. It stays held when the read for the rest fails.
+// again from a pipe, where it stays held until the read for the rest has gone well; any other file gives it
+// once more, and it is forgotten whatever comes of the read. Who can do with it alone does not wait for more:
+// the writer may be waiting for an answer to it.
 std::size_t FileReader::ReadOnce(Data target, HeldByte heldByte) {
     if (target.empty()) return 0;
     Place const place = Seek();
+    if (place != Place::InStream) m_lookAheadTaken = false;
     if (place == Place::Unreachable) {
         ThrowError(m_path->Location(), errno);
         return 0;
     }
-    bool const holds = m_lookAheadTaken && place == Place::InStream;
+    bool const holds = m_lookAheadTaken;
     Data const rest(target.begin() + (holds ? 1 : 0), target.end());
     std::size_t count = 0;
     bool const mustNotWait = holds && heldByte == HeldByte::Alone;

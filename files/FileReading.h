@@ -50,8 +50,8 @@ public:
     bool IsOpen() const { return m_descriptor != -1; }
     // The descriptor, which stays the path's own; -1 when nothing is open.
     std::int32_t Descriptor() const { return m_descriptor; }
-    // Of the last file that was to be opened, whether that went well or not, and also once it is closed.
-    // Empty before the first one.
+    // Of the last file that was to be opened, whether that went well or not, and also once it is closed. A
+    // file that could not be closed to make room for the next one is still the last. Empty before the first.
     FileLocation const& Location() const { return m_location; }
 
     // Throws by ThrowFileError. Returns for code 0.

@@ -42,6 +42,10 @@ int FileStats::get(char const* path) noexcept {
     return 0;
 }
 
+bool IsSameFile(struct stat const& a, struct stat const& b) noexcept {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
 namespace UnixPlatform {
 
 int UnixFileInfo::Set(FileLocation const& location) {

@@ -30,6 +30,9 @@ struct FileStats {
     int get(char const* path) noexcept;
 };
 
+// Whether both are the status of one file, which may have several names.
+bool IsSameFile(struct stat const& a, struct stat const& b) noexcept;
+
 namespace UnixPlatform {
 
 // Times of files and instants count alike on this platform: microseconds.

@@ -1,6 +1,7 @@
 #include "files/SameFile.h"
 
 #include "files/FileErrors.h"
+#include "files/LinkWalk.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -52,10 +53,11 @@ std::string PathOf(FileLocation const& location) {
     return location.LibPath().c_str();
 }
 
-// The path without links and dots; the path itself when that cannot be told.
-std::string RealPath(std::string const& path) {
+// The path without links and dots.
+std::string RealPath(std::string const& path, FileLocation const& location) {
     std::unique_ptr<char, void (*)(void*)> const real(realpath(path.c_str(), nullptr), std::free);
-    return real ? std::string(real.get()) : path;
+    if (!real) ThrowFileError(location, errno);
+    return real.get();
 }
 
 std::string WithSlash(std::string path) {
@@ -65,13 +67,9 @@ std::string WithSlash(std::string path) {
 
 } // namespace
 
-bool IsSameFile(struct stat const& a, struct stat const& b) {
-    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
 bool IsCopyToItself(FileWithInfo const& source, FileWithInfo const& target) {
     std::string const path = PathOf(source.location);
-    Named const read{source.info.IsLink() ? RealPath(path) : path, source.location,
+    Named const read{source.info.IsLink() ? RealPath(path, source.location) : path, source.location,
                      source.info.Stats().target};
     return IsOneName(read, {PathOf(target.location), target.location, target.info.Stats().link});
 }
@@ -82,12 +80,27 @@ bool IsMoveToItself(FileWithInfo const& source, FileWithInfo const& target) {
 }
 
 bool IsMoveOfLinkToItsTarget(FileWithInfo const& source, FileWithInfo const& target) {
-    return source.info.IsLink() && IsSameFile(source.info.Stats().target, target.info.Stats().link);
+    return source.info.State() == cLinkToFile && IsCopyToItself(source, target);
+}
+
+bool IsMoveOntoItsWay(FileWithInfo const& source, FileWithInfo const& target) {
+    Entry const entry(PathOf(target.location));
+    struct stat const directory = StatusOf(entry.directory, target.location);
+    int code = 0;
+    bool const leads = LeadsBy(PathOf(source.location), {directory, entry.name}, code);
+    ThrowFileError(source.location, code);
+    return leads;
+}
+
+bool IsMoveIntoItself(FileWithInfo const& source, FileWithInfo const& target) {
+    if (!source.info.IsLink()) return IsCopyIntoItself(source, target.location);
+    struct stat const directory = StatusOf(Entry(PathOf(target.location)).directory, target.location);
+    return directory.st_dev != source.info.Stats().link.st_dev && IsCopyIntoItself(source, target.location);
 }
 
 // The target itself may be a link to somewhere: what counts is the directory that it stands in.
-bool IsMoveIntoItself(FileWithInfo const& source, FileWithInfo const& target) {
-    if (source.info.IsLink() || !source.info.IsDirectory()) return false;
-    std::string const top = WithSlash(RealPath(PathOf(source.location)));
-    return WithSlash(RealPath(Entry(PathOf(target.location)).directory)).starts_with(top);
+bool IsCopyIntoItself(FileWithInfo const& source, FileLocation const& target) {
+    if (!source.info.IsDirectory()) return false;
+    std::string const top = WithSlash(RealPath(PathOf(source.location), source.location));
+    return WithSlash(RealPath(Entry(PathOf(target)).directory, target)).starts_with(top);
 }

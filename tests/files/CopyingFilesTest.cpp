@@ -5,17 +5,18 @@
 #include "foundation/Exceptions.h"
 
 #include "tests/files/ChildProcess.h"
+#include "tests/files/DisappearingFile.h"
 #include "tests/files/FileTestSupport.h"
 #include "tests/files/QuickFolder.h"
 #include "tests/files/RecordedWaits.h"
 #include "tests/files/SystemCalls.h"
-#include "tests/support/BeforeStatus.h"
 #include "tests/support/LocaleScope.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <climits>
 #include <csignal>
 #include <fcntl.h>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <sys/resource.h>
@@ -23,18 +24,6 @@
 #include <thread>
 
 namespace {
-
-// Deletes the file just before it is asked for its status so many times, for the scope.
-class DisappearingFile {
-public:
-    DisappearingFile(std::string const& path, int time)
-        : m_before([path, time, asked = 0](std::string const& askedPath) mutable {
-              if (askedPath == path && ++asked == time) std::filesystem::remove(path);
-          }) {}
-
-private:
-    BeforeStatus m_before;
-};
 
 struct stat LinkStatusOf(std::string const& path) {
     struct stat status = {};
@@ -103,6 +92,30 @@ std::string LinkText(TemporaryFolder const& folder, std::string const& name) {
     return std::filesystem::read_symlink(folder.Path(name)).string();
 }
 
+FileLocation Binary(std::string const& path) {
+    return FileLocation(UStringRef<Binary8Bit>(Binary8Bit(), MakeConstData(path)));
+}
+
+// "FileNotFoundError 2 on a" for a failure that names the file "a" of the folder; without the end for one
+// that names no file, or more than one.
+std::string FailureWithName(TemporaryFolder const& folder, std::function<void()> const& act) {
+    std::string name;
+    std::string const failure = FailureOf([&] {
+        try {
+            act();
+        } catch (FileIOError const& thrown) {
+            std::string const start = "\" on \"" + folder.Path("");
+            std::string const sentence = MakeString(thrown.uwhat());
+            std::size_t const found = sentence.find(start);
+            std::size_t const end = sentence.find('"', found + start.size());
+            bool const isOne = found != std::string::npos && sentence.find("and \"") == std::string::npos;
+            if (isOne) name = " on " + sentence.substr(found + start.size(), end - found - start.size());
+            throw;
+        }
+    });
+    return failure + name;
+}
+
 } // namespace
 
 TEST(CopyingFiles, RefusesEmptyLocations) {
@@ -119,6 +132,43 @@ TEST(CopyingFiles, RefusesEmptyLocations) {
             << operation.name;
     }
     EXPECT_EQ(folder.Read("file"), "kept");
+}
+
+TEST(CopyingFiles, NamesWhatIsMissingAndWhatIsInTheWay) {
+    TemporaryFolder const folder;
+    folder.Write("file", "x");
+    folder.Write("other", "x");
+    folder.MakeFolder("directory");
+    folder.MakeFolder("links");
+    folder.MakeLink("..", "links/up");
+    folder.MakeFolder("other-links");
+    folder.MakeLink("..", "other-links/up");
+    struct {
+        Operation operation;
+        char const* source;
+        char const* target;
+        char const* failure;
+    } const cases[] = {
+        {cOperations[0], "missing", "target", "FileNotFoundError 2 on missing"},
+        {cOperations[0], "missing", "other", "FileNotFoundError 2 on missing"},
+        {cOperations[0], "file", "other", "FileExistsError 17 on other"},
+        {cOperations[0], "file", "missing/target", "FileNotFoundError 2 on missing/target"},
+        {cOperations[1], "missing", "other", "FileNotFoundError 2 on missing"},
+        {cOperations[1], "directory", "other", "FileNotFoundError 0 on directory"},
+        {cOperations[1], "file", "missing/target", "FileNotFoundError 2 on missing/target"},
+        {cOperations[2], "missing", "other", "FileNotFoundError 2 on missing"},
+        {cOperations[2], "file", "other", "FileIOError 0 on other"},
+        {cOperations[3], "missing", "other", "FileNotFoundError 2 on missing"},
+        {cOperations[3], "missing", "target", "FileNotFoundError 2 on missing"},
+        {cOperations[4], "missing", "target", "DirectoryNotFoundError 2 on missing"},
+        {cOperations[4], "links", "other-links", "FileExistsError 17 on other-links/up"},
+    };
+    for (auto const& [operation, source, target, failure] : cases)
+        EXPECT_EQ(
+            FailureWithName(folder, [&, &call = operation.call, &from = source,
+                                     &to = target] { call(folder.Location(from), folder.Location(to)); }),
+            failure)
+            << operation.name << ' ' << source << ' ' << target;
 }
 
 TEST(CopyFile, CopiesFilesOfAnySize) {
@@ -424,6 +474,36 @@ TEST(ForceCopyFile, LosesNothingWhenItCopiesALinkToItsFile) {
     EXPECT_EQ(LinkText(folder, "link"), "file");
 }
 
+TEST(ForceCopyFile, ReplacesALinkOrADirectoryHoweverItsNameEnds) {
+    for (char const* const end : {"", "/", "//", "/.", "/./"}) {
+        TemporaryFolder const folder;
+        folder.Write("source", "new");
+        folder.MakeFolder("directory");
+        folder.Write("directory/file", "kept");
+        folder.MakeLink("directory", "link");
+        folder.MakeFolder("empty");
+        folder.Write("file", "old");
+        for (char const* const name : {"link", "empty", "file"}) {
+            EXPECT_EQ(
+                FailureOf([&] { ForceCopyFile(folder.Location("source"), Binary(folder.Path(name) + end)); }),
+                "nothing")
+                << name << end;
+            EXPECT_TRUE(S_ISREG(LinkStatusOf(folder.Path(name)).st_mode)) << name << end;
+            EXPECT_EQ(folder.Read(name), "new") << name << end;
+        }
+        EXPECT_EQ(folder.Read("directory/file"), "kept") << end;
+    }
+}
+
+TEST(ForceCopyFile, LeavesAFileAsItIsHoweverItsNameEnds) {
+    TemporaryFolder const folder;
+    folder.Write("file", "kept");
+    auto const inode = LinkStatusOf(folder.Path("file")).st_ino;
+    ForceCopyFile(folder.Location("file"), Binary(folder.Path("file/.")));
+    EXPECT_EQ(LinkStatusOf(folder.Path("file")).st_ino, inode);
+    EXPECT_EQ(folder.Read("file"), "kept");
+}
+
 TEST(MoveFile, MovesFilesDirectoriesAndLinks) {
     TemporaryFolder const folder;
     folder.Write("file", "contents");
@@ -441,6 +521,40 @@ TEST(MoveFile, MovesFilesDirectoriesAndLinks) {
     }
     EXPECT_EQ(folder.Read("moved-file"), "contents");
     EXPECT_EQ(folder.Read("moved-directory/file"), "x");
+}
+
+TEST(MovingFiles, MovesWhatStandsUnderTheNameHoweverItEnds) {
+    for (Operation const& operation : {cOperations[2], cOperations[3]})
+        for (char const* const end : {"", "/", "//", "/.", "/./"}) {
+            TemporaryFolder const folder;
+            folder.MakeFolder("directory");
+            folder.Write("directory/file", "kept");
+            folder.MakeLink("directory", "link");
+            std::string const spelling = std::string(operation.name) + ' ' + end;
+            auto const move = [&](char const* source, char const* target) {
+                return FailureOf([&] {
+                    operation.call(Binary(folder.Path(source) + end), Binary(folder.Path(target) + end));
+                });
+            };
+            EXPECT_EQ(move("link", "moved-link"), "nothing") << spelling;
+            EXPECT_FALSE(folder.Has("link")) << spelling;
+            ASSERT_TRUE(S_ISLNK(LinkStatusOf(folder.Path("moved-link")).st_mode)) << spelling;
+            EXPECT_EQ(LinkText(folder, "moved-link"), "directory") << spelling;
+            EXPECT_EQ(move("directory", "moved"), "nothing") << spelling;
+            EXPECT_EQ(folder.Read("moved/file"), "kept") << spelling;
+        }
+}
+
+TEST(MoveFile, LeavesALinkThatIsThereHoweverItsNameEnds) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("source");
+    folder.MakeLink("missing", "dangling");
+    for (char const* const name : {"dangling", "dangling/", "dangling/."})
+        EXPECT_EQ(FailureOf([&] { MoveFile(folder.Location("source"), Binary(folder.Path(name))); }),
+                  "FileIOError 0")
+            << name;
+    EXPECT_TRUE(folder.Has("source"));
+    EXPECT_FALSE(folder.Has("missing"));
 }
 
 TEST(MoveFile, LeavesWhatIsThere) {
@@ -595,6 +709,85 @@ TEST(MoveFile, LeavesBothWhenTheSourceCannotBeDeletedBehindTheCopy) {
     EXPECT_EQ(elsewhere->Read("file"), "contents");
 }
 
+TEST(MoveFile, LeavesTheCopyWholeWhenADirectoryCannotBeDeletedBehindIt) {
+    TemporaryFolder const here;
+    auto const elsewhere = FolderElsewhere(here);
+    if (!elsewhere) GTEST_SKIP() << cOneFileSystem;
+    here.MakeFolder("tree");
+    here.Write("tree/file", "1");
+    here.MakeFolder("tree/closed");
+    here.Write("tree/closed/file", "2");
+    ModeScope const open(here.Path(), 0777);
+    ModeScope const openTree(here.Path("tree"), 0777);
+    ModeScope const noDeletion(here.Path("tree/closed"), 0555);
+    ModeScope const openElsewhere(elsewhere->Path(), 0777);
+    EXPECT_EQ(InChild([&] {
+                  if (!BecomeOrdinaryUser()) return std::string(cNotAllowed);
+                  return FailureWithName(
+                      here, [&] { MoveFile(here.Location("tree"), elsewhere->Location("moved")); });
+              }),
+              "FilePermissionError 13 on tree/closed/file");
+    EXPECT_EQ(elsewhere->Read("moved/file"), "1");
+    EXPECT_EQ(elsewhere->Read("moved/closed/file"), "2");
+    EXPECT_EQ(here.Read("tree/closed/file"), "2");
+    EXPECT_FALSE(here.Has("tree/file"));
+}
+
+TEST(MovingFiles, CopiesNoDirectoryIntoItselfByALinkFromAnotherFileSystem) {
+    TemporaryFolder const here;
+    auto const elsewhere = FolderElsewhere(here);
+    if (!elsewhere) GTEST_SKIP() << cOneFileSystem;
+    elsewhere->MakeFolder("directory");
+    elsewhere->Write("directory/file", "kept");
+    elsewhere->MakeFolder("directory/empty");
+    elsewhere->MakeLink("empty", "directory/link");
+    here.MakeLink(elsewhere->Path("directory"), "link");
+    struct {
+        Operation operation;
+        char const* target;
+    } const cases[] = {{cOperations[2], "directory/new"},   {cOperations[3], "directory/new"},
+                       {cOperations[3], "directory/empty"}, {cOperations[3], "directory/empty/."},
+                       {cOperations[3], "directory/link"},  {cOperations[2], "directory/empty/new"}};
+    for (auto const& [operation, target] : cases) {
+        EXPECT_EQ(FailureOf([&, &call = operation.call, &to = target] {
+                      call(here.Location("link"), Binary(elsewhere->Path(to)));
+                  }),
+                  "FileMoveError 22")
+            << operation.name << ' ' << target;
+        EXPECT_TRUE(here.Has("link")) << target;
+        EXPECT_FALSE(elsewhere->Has("directory/new")) << target;
+        ASSERT_TRUE(elsewhere->Has("directory/empty")) << target;
+        EXPECT_FALSE(elsewhere->Has("directory/empty/new")) << target;
+        EXPECT_EQ(LinkText(*elsewhere, "directory/link"), "empty");
+    }
+    EXPECT_EQ(elsewhere->Read("directory/file"), "kept");
+    // Beside the directory, and at an empty one elsewhere, it becomes a copy of it.
+    elsewhere->MakeFolder("directory-2");
+    ForceMoveFile(here.Location("link"), elsewhere->Location("directory-2"));
+    EXPECT_EQ(elsewhere->Read("directory-2/file"), "kept");
+    EXPECT_FALSE(here.Has("link"));
+}
+
+TEST(MovingFiles, CopiesNoDirectoryToAFileSystemThatIsMountedInIt) {
+    TemporaryFolder const folder;
+    std::filesystem::create_directories(folder.Path("directory/mount"));
+    folder.Write("directory/file", "kept");
+    std::string const result = InChild([&] {
+        if (!MountMemoryForThisProcess(folder.Path("directory/mount"), 0)) return std::string(cNotAllowed);
+        folder.MakeFolder("directory/mount/empty");
+        std::string failures;
+        for (char const* const target : {"directory/mount/new", "directory/mount/empty"})
+            failures +=
+                FailureOf([&] { ForceMoveFile(folder.Location("directory"), folder.Location(target)); }) +
+                ", ";
+        bool const isAsBefore = !folder.Has("directory/mount/new") && folder.Has("directory/mount/empty") &&
+                                folder.Read("directory/file") == "kept";
+        return failures + (isAsBefore ? "left" : "changed");
+    });
+    if (result == cNotAllowed) GTEST_SKIP() << "A process may not mount a file system of its own here.";
+    EXPECT_EQ(result, "FileMoveError 22, FileMoveError 22, left");
+}
+
 TEST(ForceMoveFile, ReplacesWhatIsThere) {
     TemporaryFolder const folder;
     auto const moved = [&](char const* target) {
@@ -729,16 +922,197 @@ TEST(ForceMoveFile, LosesNothingWhenItMovesALinkToWhatItLeadsTo) {
     EXPECT_TRUE(folder.Has("directory-link"));
 }
 
+TEST(ForceMoveFile, MakesALinkOfTheOtherNameOfItsFile) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("directory");
+    folder.Write("a", "kept");
+    for (char const* const name : {"b", "directory/a"}) {
+        ASSERT_EQ(link(folder.Path("a").c_str(), folder.Path(name).c_str()), 0);
+        folder.MakeLink(folder.Path("a"), "l");
+        ForceMoveFile(folder.Location("l"), folder.Location(name));
+        EXPECT_FALSE(folder.Has("l")) << name;
+        ASSERT_TRUE(S_ISLNK(LinkStatusOf(folder.Path(name)).st_mode)) << name;
+        EXPECT_EQ(LinkText(folder, name), folder.Path("a")) << name;
+        EXPECT_EQ(folder.Read(name), "kept") << name;
+    }
+    ASSERT_EQ(link(folder.Path("a").c_str(), folder.Path("c").c_str()), 0);
+    folder.MakeLink("directory/../a", "l");
+    ForceMoveFile(folder.Location("l"), folder.Location("a"));
+    EXPECT_FALSE(folder.Has("l"));
+    EXPECT_TRUE(S_ISREG(LinkStatusOf(folder.Path("a")).st_mode));
+}
+
+TEST(ForceMoveFile, LeavesWhatTheWayToTheSourceLeadsThrough) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("directory");
+    folder.Write("directory/file", "kept");
+    folder.MakeFolder("directory/below");
+    folder.MakeFolder("empty");
+    folder.Write("file", "kept");
+    struct {
+        char const* text;
+        char const* name;
+    } const links[] = {{"last", "first"},
+                       {"file", "last"},
+                       {"./directory/../second", "long"},
+                       {"first", "second"},
+                       {"way/below", "by-way"},
+                       {"directory", "way"},
+                       {"one", "other"},
+                       {"other", "one"},
+                       {"gone", "dangling"},
+                       {"missing", "gone"},
+                       {"last", "directory/far"},
+                       {"../last", "directory/near"},
+                       {"empty/../directory", "up"}};
+    for (auto const& [text, name] : links) folder.MakeLink(text, name);
+    folder.MakeLink(folder.Path("last"), "whole");
+    struct {
+        char const* source;
+        char const* target;
+    } const cases[] = {{"first", "last"},
+                       {"second", "first"},
+                       {"second", "last"},
+                       {"long", "second"},
+                       {"long", "last"},
+                       {"long", "first"},
+                       {"by-way", "way"},
+                       {"one", "other"},
+                       {"dangling", "gone"},
+                       {"directory/near", "last"},
+                       {"whole", "last"},
+                       {"way/below", "way"},
+                       {"way/near", "last"},
+                       {"first", "way/../last"},
+                       {"up", "empty"},
+                       {"directory/near/.", "last/."},
+                       {"empty/../directory", "empty"}};
+    for (auto const& [source, target] : cases) {
+        EXPECT_EQ(FailureOf([&, &from = source, &to = target] {
+                      ForceMoveFile(Binary(folder.Path(from)), Binary(folder.Path(to)));
+                  }),
+                  "FileMoveError 22")
+            << source << ' ' << target;
+        for (auto const& [text, name] : links)
+            ASSERT_EQ(LinkText(folder, name), text) << source << ' ' << target;
+        EXPECT_EQ(LinkText(folder, "whole"), folder.Path("last"));
+        ASSERT_TRUE(folder.Has("empty") && folder.Has("directory/below"));
+        EXPECT_EQ(folder.Read("file"), "kept");
+    }
+    // The way does not lead by a name of the same sound elsewhere, nor by a link that leads to the same file.
+    folder.MakeLink("../file", "directory/last");
+    ForceMoveFile(folder.Location("first"), folder.Location("directory/last"));
+    EXPECT_EQ(LinkText(folder, "directory/last"), "last");
+    folder.MakeLink("file", "third");
+    ForceMoveFile(folder.Location("third"), folder.Location("last"));
+    EXPECT_EQ(folder.Read("last"), "kept");
+    EXPECT_FALSE(folder.Has("third"));
+}
+
+TEST(ForceMoveFile, GoesTheWayOfARelativePathFromTheCurrentDirectory) {
+    TemporaryFolder const folder;
+    folder.Write("file", "kept");
+    folder.MakeFolder("directory");
+    folder.MakeLink("last", "first");
+    folder.MakeLink("file", "last");
+    EXPECT_EQ(InChild([&] {
+                  if (chdir(folder.Path("directory").c_str()) != 0) return std::string(cNotAllowed);
+                  FileLocation const last("../last"_utf8);
+                  std::string const up =
+                      FailureOf([&] { ForceMoveFile(FileLocation("../first"_utf8), last); });
+                  if (chdir("..") != 0) return std::string(cNotAllowed);
+                  return up + ", " + FailureOf([] {
+                             ForceMoveFile(FileLocation("first"_utf8), FileLocation("last"_utf8));
+                         });
+              }),
+              "FileMoveError 22, FileMoveError 22");
+    EXPECT_EQ(LinkText(folder, "last"), "file");
+}
+
+TEST(ForceMoveFile, MovesLinksThatLeadNowhere) {
+    TemporaryFolder const folder;
+    folder.MakeLink("circle", "circle");
+    folder.MakeLink("two/x", "one");
+    folder.MakeLink("one/x", "two");
+    folder.MakeLink(std::string(300, 'x'), "long");
+    folder.Write("file", "x");
+    folder.MakeLink("file/below", "below-a-file");
+    auto const descriptors = OpenDescriptors();
+    for (char const* const name : {"circle", "one", "long", "below-a-file"}) {
+        folder.MakeLink("anything", "target");
+        std::string const text = LinkText(folder, name);
+        EXPECT_EQ(FailureOf([&] { ForceMoveFile(folder.Location(name), folder.Location("target")); }),
+                  "nothing")
+            << name;
+        EXPECT_EQ(LinkText(folder, "target"), text);
+        std::filesystem::remove(folder.Path("target"));
+    }
+    EXPECT_EQ(OpenDescriptors(), descriptors);
+}
+
+TEST(ForceMoveFile, MovesALinkThatThisUserCannotFollow) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("closed");
+    folder.Write("closed/file", "x");
+    folder.MakeLink("closed/file", "link");
+    folder.MakeLink("anything", "target");
+    ModeScope const open(folder.Path(), 0777);
+    ModeScope const closed(folder.Path("closed"), 0);
+    EXPECT_EQ(InChild([&] {
+                  if (!BecomeOrdinaryUser()) return std::string(cNotAllowed);
+                  return FailureOf(
+                      [&] { ForceMoveFile(folder.Location("link"), folder.Location("target")); });
+              }),
+              "nothing");
+    EXPECT_EQ(LinkText(folder, "target"), "closed/file");
+}
+
+TEST(ForceMoveFile, LeavesBothWhenTheSystemCannotTellWhereTheyAre) {
+    TemporaryFolder const folder;
+    folder.Write("file", "x");
+    folder.MakeLink("file", "link");
+    folder.MakeLink("file", "other");
+    {
+        FailingCall const failing(SystemCall::ReadLink, EIO);
+        EXPECT_EQ(FailureWithName(folder,
+                                  [&] { ForceMoveFile(folder.Location("link"), folder.Location("other")); }),
+                  "FileIOError 5 on link");
+    }
+    EXPECT_TRUE(folder.Has("link") && folder.Has("other"));
+    // Deeper than any path leads.
+    std::string const result = InChild([&] {
+        if (chdir(folder.Path().c_str()) != 0) return std::string(cNotAllowed);
+        std::string const name(200, 'd');
+        for (int level = 0; level < PATH_MAX / 200 + 1; ++level)
+            if (mkdir(name.c_str(), 0700) != 0 || chdir(name.c_str()) != 0) return std::string(cNotAllowed);
+        std::filesystem::create_directory("source");
+        std::filesystem::create_directory("target");
+        std::string const failure =
+            FailureOf([] { ForceMoveFile(FileLocation("source"_utf8), FileLocation("target"_utf8)); });
+        bool const areThere = access("source", F_OK) == 0 && access("target", F_OK) == 0;
+        return failure + (areThere ? ", left" : ", lost");
+    });
+    DeleteContents(folder.Location());
+    EXPECT_EQ(result, "DirectoryNotFoundError 36, left");
+}
+
 TEST(ForceMoveFile, LeavesTheTargetOfAMoveIntoTheSource) {
     TemporaryFolder const folder;
     std::filesystem::create_directories(folder.Path("directory/a/empty"));
+    folder.MakeFolder("outside");
+    folder.MakeLink("../../outside", "directory/a/link");
     folder.MakeLink("directory", "link");
     for (char const* const target :
-         {"directory/a/empty", "directory/a/empty/.", "directory/../link/a/empty", "link/a/empty"})
-        EXPECT_EQ(FailureOf([&] { ForceMoveFile(folder.Location("directory"), folder.Location(target)); }),
-                  "FileMoveError 22")
-            << target;
-    EXPECT_TRUE(folder.Has("directory/a/empty"));
+         {"directory/a/empty", "directory/a/empty/.", "directory/../link/a/empty", "link/a/empty",
+          "directory/a/link", "directory/a/link/", "directory/a/link/.", "link/a/link/./"})
+        for (char const* const source : {"directory", "directory/."}) {
+            EXPECT_EQ(
+                FailureOf([&] { ForceMoveFile(Binary(folder.Path(source)), Binary(folder.Path(target))); }),
+                "FileMoveError 22")
+                << source << ' ' << target;
+            ASSERT_TRUE(folder.Has("directory/a/empty")) << source << ' ' << target;
+            ASSERT_TRUE(folder.Has("directory/a/link")) << source << ' ' << target;
+        }
 
     // A link to there stands elsewhere, and so does a directory whose name begins alike.
     folder.MakeLink("directory/a", "link-below");
@@ -940,6 +1314,18 @@ TEST(CopyDirectoryContents, ReportsALinkThatCannotBeMade) {
                       [&] { CopyDirectoryContents(folder.Location("source"), folder.Location("target")); });
               }),
               "FilePermissionError 13");
+}
+
+TEST(CopyDirectoryContents, NamesTheLinkThatCannotBeRead) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("source");
+    folder.MakeLink("..", "source/up");
+    FailingCall const failing(SystemCall::ReadLink, EIO);
+    EXPECT_EQ(
+        FailureWithName(folder,
+                        [&] { CopyDirectoryContents(folder.Location("source"), folder.Location("target")); }),
+        "FileIOError 5 on source/up");
+    EXPECT_FALSE(folder.Has("target/up"));
 }
 
 TEST(CopyDirectoryContents, DoesNotCopyACopyIntoItself) {

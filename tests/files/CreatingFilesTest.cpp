@@ -95,6 +95,18 @@ TEST(CreateFile, LeavesNoDescriptorOpen) {
     EXPECT_EQ(OpenDescriptors(), descriptors);
 }
 
+TEST(CreateFile, LeavesNothingWhenTheModeCannotBeSet) {
+    TemporaryFolder const folder;
+    auto const descriptors = OpenDescriptors();
+    for (auto const& [code, failure] :
+         {std::pair{EPERM, "FileCreateFailed 1"}, {EIO, "FileCreateFailed 5"}}) {
+        FailingCall const failing(SystemCall::ChangeMode, code);
+        EXPECT_EQ(FailureOf([&] { CreateFile(folder.Location("file")); }), failure);
+        EXPECT_FALSE(folder.Has("file")) << failure;
+    }
+    EXPECT_EQ(OpenDescriptors(), descriptors);
+}
+
 TEST(CreateFile, GoesOnBehindASignal) {
     TemporaryFolder const folder;
     FailingCall const interrupted(SystemCall::Open, EINTR, 2);

@@ -3,6 +3,7 @@
 #include "files/FileErrors.h"
 
 #include "tests/files/ChildProcess.h"
+#include "tests/files/DisappearingFile.h"
 #include "tests/files/FileTestSupport.h"
 #include "tests/files/QuickFolder.h"
 #include "tests/support/LocaleScope.h"
@@ -32,11 +33,27 @@ public:
     ~BehindUnlink() { behindUnlink = nullptr; }
 };
 
+// Called in front of each rmdir of the library.
+std::function<void(std::string const& path)> beforeRemoval;
+
+// For its scope.
+class BeforeRemoval {
+public:
+    explicit BeforeRemoval(std::function<void(std::string const& path)> act) {
+        beforeRemoval = std::move(act);
+    }
+    BeforeRemoval(BeforeRemoval const&) = delete;
+    BeforeRemoval& operator=(BeforeRemoval const&) = delete;
+    ~BeforeRemoval() { beforeRemoval = nullptr; }
+};
+
 } // namespace
 
-// The linker puts the first of these in the place of the second.
+// The linker puts what begins with "__wrap" in the place of what begins with "__real".
 extern "C" int __wrap_unlinkat(int directory, char const* name, int flags);
 extern "C" int __real_unlinkat(int directory, char const* name, int flags);
+extern "C" int __wrap_rmdir(char const* path);
+extern "C" int __real_rmdir(char const* path);
 
 int __wrap_unlinkat(int directory, char const* name, int flags) {
     int const result = __real_unlinkat(directory, name, flags);
@@ -44,6 +61,11 @@ int __wrap_unlinkat(int directory, char const* name, int flags) {
     if (behindUnlink) behindUnlink(name);
     errno = code;
     return result;
+}
+
+int __wrap_rmdir(char const* path) {
+    if (beforeRemoval) beforeRemoval(path);
+    return __real_rmdir(path);
 }
 
 namespace {
@@ -178,6 +200,20 @@ TEST(DeleteFile, ReportsFailures) {
               "FilePermissionError 13");
 }
 
+TEST(DeleteFile, LeavesALinkThatIsNamedAsTheDirectoryThatItLeadsTo) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("directory");
+    folder.Write("directory/file", "kept");
+    folder.MakeLink("directory", "link");
+    EXPECT_EQ(FailureOf([&] { DeleteFile(Binary(folder.Path("link/"))); }), "DirectoryNotFoundError 20");
+    EXPECT_EQ(FailureOf([&] { DeleteFile(Binary(folder.Path("link/."))); }), "FileIOError 21");
+    EXPECT_TRUE(folder.Has("link"));
+    // As text the path loses its "/".
+    DeleteFile(folder.Location("link/"));
+    EXPECT_FALSE(folder.Has("link"));
+    EXPECT_EQ(folder.Read("directory/file"), "kept");
+}
+
 TEST(DeleteDirectory, DeletesAnEmptyDirectoryOrALinkToOne) {
     TemporaryFolder const folder;
     folder.MakeFolder("empty");
@@ -247,6 +283,36 @@ TEST(ForceNonexistence, ReportsWhatItCannotTell) {
                   return FailureOf([&] { ForceNonexistence(folder.Location("closed/file")); });
               }),
               "FilePermissionError 13");
+}
+
+TEST(ForcedDeletion, TakesItWellWhenWhatIsNamedDisappearsByItself) {
+    Operation const operations[] = {
+        {"ForceNonexistence", ForceNonexistence}, cEmptying[1], cDeletingTrees[1]};
+    for (Operation const& operation : operations)
+        for (int const time : {1, 2}) {
+            TemporaryFolder const folder;
+            folder.MakeFolder("directory");
+            DisappearingFile const disappearing(folder.Path("directory"), time);
+            EXPECT_EQ(FailureOf([&] { operation.call(folder.Location("directory")); }), "nothing")
+                << operation.name << ' ' << time;
+            EXPECT_FALSE(folder.Has("directory")) << operation.name << ' ' << time;
+        }
+    TemporaryFolder const folder;
+    folder.MakeFolder("directory");
+    BeforeRemoval const other([&](std::string const& path) { std::filesystem::remove(path); });
+    EXPECT_EQ(FailureOf([&] { ForceNonexistence(folder.Location("directory")); }), "nothing");
+    EXPECT_FALSE(folder.Has("directory"));
+}
+
+TEST(UnforcedDeletion, ReportsWhatDisappearsByItself) {
+    for (Operation const& operation : {cEmptying[0], cDeletingTrees[0]}) {
+        TemporaryFolder const folder;
+        folder.MakeFolder("directory");
+        DisappearingFile const disappearing(folder.Path("directory"), 1);
+        EXPECT_EQ(FailureOf([&] { operation.call(folder.Location("directory")); }),
+                  "DirectoryNotFoundError 2")
+            << operation.name;
+    }
 }
 
 TEST(DeleteContents, EmptiesTheDirectoryAndFollowsNoLinkInIt) {
@@ -573,6 +639,22 @@ TEST(DeletingTrees, DoesNotFollowALinkThatTakesTheNameOfADirectory) {
     EXPECT_TRUE(wasSwapped);
     EXPECT_TRUE(full.OutsideIsWhole());
     EXPECT_TRUE(folder.Has("away/file"));
+}
+
+TEST(DeleteRecursive, DoesNotFollowALinkThatTakesItsOwnName) {
+    for (Operation const& operation : cDeletingTrees) {
+        FullFolder const full;
+        TemporaryFolder const& folder = full.Folder();
+        BeforeRemoval const swapper([&](std::string const&) {
+            if (folder.Has("away")) return;
+            std::filesystem::rename(folder.Path("tree"), folder.Path("away"));
+            folder.MakeLink("outside", "tree");
+        });
+        EXPECT_EQ(FailureOf([&] { operation.call(full.Tree()); }), "DirectoryNotFoundError 20")
+            << operation.name;
+        EXPECT_TRUE(full.OutsideIsWhole()) << operation.name;
+        EXPECT_TRUE(folder.Has("away/file")) << operation.name;
+    }
 }
 
 TEST(DeletingTrees, TakesEntriesThatBecomeSomethingElse) {

@@ -1,5 +1,9 @@
 #include "files/FileErrors.h"
 
+#include "format/FormatOverrideContext.h"
+#include "format/FormatOverrideScope.h"
+#include "format/FormatOverrideSet.h"
+
 #include "tests/support/Allocations.h"
 #include "tests/support/LocaleScope.h"
 #include "tests/support/UStringPrinting.h"
@@ -31,6 +35,20 @@ std::string ClassThrownFor(int code) {
     }
     return "";
 }
+
+// Puts the lines of a translation file in force for all texts of the program.
+class Translation {
+public:
+    explicit Translation(std::string const& lines)
+        : m_lines(lines),
+          m_set(MakeUTF8Ref(m_lines), UStringRef<UTF8>()),
+          m_scope(m_set, GlobalFormatOverrideContext()) {}
+
+private:
+    std::string const m_lines;
+    FormatOverrideSet const m_set;
+    FormatOverrideScope const m_scope;
+};
 
 // Both reports are the same, and hold the class's name alone.
 template <class Failure>
@@ -91,6 +109,43 @@ TEST(FileIOError, NamesTheSecondLocationEvenIfTheFirstIsEmpty) {
 TEST(FileIOError, ShowsABinaryLocationInHexadecimal) {
     UStringRef<Binary8Bit> const bytes(Binary8Bit(), "/\xE4"_data);
     EXPECT_EQ(Plain(FileIOError(FileLocation(bytes), 0).uwhat()), "File error \"11FileIOError\" on \"2fe4\"");
+}
+
+TEST(FileIOError, ShowsTheTextOfABinaryLocationThatHasOne) {
+    UStringRef<Binary8Bit> const bytes(Binary8Bit(), "/ab"_data);
+    FileIOError const failure(FileLocation(bytes), 0);
+    EXPECT_EQ(Plain(failure.uwhat()), "File error \"11FileIOError\" on \"2f6162 (UTF8: /ab)\"");
+    EXPECT_STREQ(failure.what(), "File error \"11FileIOError\" on \"2f6162 (UTF8: /ab)\"");
+}
+
+TEST(FileIOError, SpeaksTheLanguageOfATranslation) {
+    FileMoveError const failure(Text("/from"), Text("/to"), EXDEV);
+    {
+        Translation const german("File error \"{e}\"\tDateifehler '{e}'\n"
+                                 "{s} on \"{p}\"\t{s} an '{p}'\n"
+                                 "{s} and \"{p}\"\t'{p}' als Ziel: {s}\n"
+                                 "{s} : \"{e}\"\t{s}, und zwar {e}\n");
+        std::string const sentence = "'/to' als Ziel: Dateifehler '13FileMoveError' an '/from', und zwar "
+                                     "Error 0x18%: Invalid cross-device link";
+        EXPECT_EQ(Plain(failure.uwhat()), sentence);
+        EXPECT_EQ(failure.what(), sentence);
+    }
+    EXPECT_EQ(Plain(failure.uwhat()), "File error \"13FileMoveError\" on \"/from\" and \"/to\" : "
+                                      "\"Error 0x18%: Invalid cross-device link\"");
+}
+
+TEST(FileIOError, ReportsTheClassNameWhenATranslationIsBroken) {
+    FileMoveError const failure(Text("/from"), Text("/to"), EXDEV);
+    char const* const formats[] = {"File error \"{e}\"", "{s} on \"{p}\"", "{s} and \"{p}\"", "{s} : \"{e}\"",
+                                   "Error 0x{e}%: {s}"};
+    // A variable that the original lacks, one without a name, and one that does not end.
+    for (char const* const broken : {"{x}", "{}", "text {e"})
+        for (char const* const format : formats) {
+            Translation const translation(std::string(format) + "\t" + broken + "\n");
+            EXPECT_STREQ(failure.what(), "13FileMoveError") << format << broken;
+            EXPECT_EQ(failure.uwhat(), "13FileMoveError"_utf8) << format << broken;
+        }
+    EXPECT_EQ(Plain(failure.uwhat()).substr(0, 28), "File error \"13FileMoveError\"");
 }
 
 TEST(FileIOError, DoesNotDependOnItsLocation) {

@@ -79,6 +79,26 @@ TEST(FileItem, ReportsWhatIsNotThere) {
     }
 }
 
+TEST(FileItem, GetsItsOwnLocationAgain) {
+    TemporaryFolder const folder;
+    // Longer than a text keeps within itself.
+    std::string const name(80, 'f');
+    folder.Write(name, "x");
+    FileItem item = ItemAt(folder.Location(name));
+    folder.Write(name, "12345");
+    item.Get(item.Location(), false);
+    EXPECT_EQ(item.Location().Compare(folder.Location(name)), 0);
+    EXPECT_EQ(item.Info().Stats().target.st_size, 5);
+}
+
+TEST(FileItem, CannotSetTheTimeOfADanglingLink) {
+    TemporaryFolder const folder;
+    folder.MakeLink("missing", "link");
+    FileItem item = ItemAt(folder.Location("link"));
+    EXPECT_EQ(FailureOf([&] { item.SetModificationTime(Microseconds(5000000)); }), "FileNotFoundError 2");
+    EXPECT_EQ(item.Info().ModificationTime(), Microseconds(0));
+}
+
 TEST(FileItem, ReportsADanglingLinkUnlessItIsTolerated) {
     TemporaryFolder const folder;
     folder.MakeLink("missing", "link");

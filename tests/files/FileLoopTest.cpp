@@ -2,6 +2,7 @@
 
 #include "files/FileErrors.h"
 #include "text/CurrentEncodings.h"
+#include "text/UString.h"
 
 #include "tests/files/ChildProcess.h"
 #include "tests/files/FileTestSupport.h"
@@ -101,7 +102,46 @@ TEST(FileLoop, AStartThatThrowsGivesUpTheEarlierOne) {
     EXPECT_THROW(loop.Start(folder.Location("\xc3\xa4"), ""_utf8, false),
                  UnixPlatform::WideToMultiByteConvertError);
     EXPECT_FALSE(loop.IsStarted());
+    EXPECT_TRUE(loop.Finished());
     EXPECT_THROW(*loop, FileLoopUninitialized);
+    EXPECT_TRUE(loop.Directory().empty());
+}
+
+TEST(FileLoop, IsStartedAndFinishedWhenItsFirstEntryFails) {
+    TemporaryFolder const folder;
+    folder.MakeLink("missing", "link");
+    FileLoop loop;
+    EXPECT_EQ(FailureOf([&] { loop.Start(folder.Location(), ""_utf8, false); }), "FileNotFoundError 2");
+    EXPECT_TRUE(loop.IsStarted());
+    EXPECT_TRUE(loop.Finished());
+    EXPECT_THROW(*loop, FileLoop::InvalidIteratorPosition);
+    EXPECT_THROW(loop->Location(), FileLoop::InvalidIteratorPosition);
+    EXPECT_NO_THROW(++loop);
+    EXPECT_EQ(loop.Directory().Compare(folder.Location()), 0);
+}
+
+TEST(FileLoop, KeepsNothingOfAnEarlierStartWhenItIsNotStarted) {
+    TemporaryFolder const folder;
+    folder.MakeFolder("closed");
+    ModeScope const open(folder.Path(), 0777);
+    ModeScope const noReading(folder.Path("closed"), 0333);
+    // The plain locale cannot spell the last.
+    for (std::string const name : {"missing", "", "\xc3\xa4"})
+        EXPECT_EQ(InChild([&] {
+                      if (!BecomeOrdinaryUser()) return std::string(cNotAllowed);
+                      FileLoop loop;
+                      loop.InspectorStart(folder.Location("closed"), ""_utf8, true, true);
+                      std::string const code = std::to_string(loop.ScanCode());
+                      FileLocation const next = name.empty() ? FileLocation() : folder.Location(name);
+                      FailureOf([&] { loop.Start(next, ""_utf8, false); });
+                      return code + (loop.IsStarted() ? ", started, " : ", not started, ") +
+                             std::to_string(loop.ScanCode()) +
+                             (loop.Directory().empty() ? ", nowhere" : ", somewhere") +
+                             (loop.FirstInspectorFlag() ? ", first" : "") +
+                             (loop.SecondInspectorFlag() ? ", second" : "");
+                  }),
+                  "13, not started, 0, nowhere")
+            << name;
 }
 
 TEST(FileLoop, SaysByItsClassWhatIsWrong) {
@@ -182,6 +222,8 @@ TEST(FileLoop, ReportsADanglingLinkThatIsNotTolerated) {
     FileLoop another;
     EXPECT_EQ(FailureOf([&] { another.Start(folder.Location(), "b"_utf8, false); }), "FileNotFoundError 2");
     EXPECT_TRUE(another.Finished());
+    EXPECT_TRUE(another.IsStarted());
+    EXPECT_THROW(*another, FileLoop::InvalidIteratorPosition);
     EXPECT_EQ(FailureOf([&] { FileLoop(folder.Location(), "b"_utf8, false); }), "FileNotFoundError 2");
     EXPECT_EQ(NamesIn(folder.Location()), (Names{"a", "b", "c"}));
 }
@@ -276,6 +318,71 @@ TEST(FileLoop, StartsAgain) {
     EXPECT_EQ(NamesOf(loop), Names{"c"});
 }
 
+TEST(FileLoop, StartsAgainByItsOwnValues) {
+    TemporaryFolder const folder;
+    // Longer than a text keeps within itself.
+    std::string const inner(80, 'd');
+    folder.MakeFolder(inner);
+    WriteAll(folder, {inner + "/x", inner + "/y", "e"});
+    FileLoop loop(folder.Location(), ""_utf8, false);
+    EXPECT_EQ(NameOf(*loop), inner);
+    loop.Start(loop.Directory(), ""_utf8, false);
+    EXPECT_EQ(NameOf(*loop), inner);
+    loop.Start(loop->Location(), ""_utf8, false);
+    EXPECT_EQ(loop.Directory().Compare(folder.Location(inner)), 0);
+    EXPECT_EQ(NamesOf(loop), (Names{"x", "y"}));
+    loop.Start(loop.Directory(), "y"_utf8, false);
+    EXPECT_EQ(NamesOf(loop), Names{"y"});
+
+    UnixPlatform::FileLoop platform;
+    platform.Start(folder.Location(), ""_utf8, false, false, false);
+    platform.Start(platform.Directory(), ""_utf8, false, false, false);
+    platform.Start(platform->Location(), ""_utf8, false, false, false);
+    EXPECT_EQ(NamesOf(platform), (Names{"x", "y"}));
+}
+
+TEST(FileLoop, StartsAgainWithItsOwnDirectoryAsThePattern) {
+    std::string const name(80, 'd');
+    TemporaryFolder const folder;
+    folder.MakeFolder(name);
+    WriteAll(folder, {name + "/" + name, name + "/other"});
+    EXPECT_EQ(InChild([&] {
+                  if (chdir(folder.Path().c_str()) != 0) return std::string("no way there");
+                  FileLoop loop(FileLocation(MakeUTF8Ref(name)), ""_utf8, false);
+                  loop.Start(loop.Directory(), loop.Directory().Text(), false);
+                  Names const names = NamesOf(loop);
+                  return names.size() == 1 ? names.front() : std::to_string(names.size());
+              }),
+              name);
+}
+
+TEST(FileLoop, ReportsAnEntryInTheMiddleWhosePathIsTooLong) {
+    TemporaryFolder const folder;
+    // A folder whose path leaves room for short names only below the limit of 4095 bytes.
+    std::string deep;
+    while (folder.Path(deep).size() < 3900) {
+        deep += (deep.empty() ? "" : "/") + std::string(100, 'd');
+        folder.MakeFolder(deep);
+    }
+    int const directory = open(folder.Path(deep).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_NE(directory, -1);
+    std::string const names[] = {"a", std::string(255, 'b'), "c"};
+    for (std::string const& name : names)
+        close(openat(directory, name.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
+    close(directory);
+    folder.MakeFolder(deep + "/d");
+    ASSERT_GT(folder.Path(deep).size() + 1 + 255, 4095U);
+
+    FileLoop loop(folder.Location(deep), ""_utf8, true);
+    EXPECT_EQ(NameOf(*loop), "a");
+    EXPECT_EQ(FailureOf([&] { ++loop; }), "DirectoryNotFoundError 36");
+    EXPECT_TRUE(loop.Finished());
+    EXPECT_TRUE(loop.IsStarted());
+    EXPECT_THROW(*loop, FileLoop::InvalidIteratorPosition);
+    EXPECT_NO_THROW(++loop);
+    EXPECT_EQ(NamesIn(folder.Location(deep), "?"), (Names{"a", "c", "d"}));
+}
+
 TEST(FileLoop, IsEmptyWithoutAFailureWhenTheDirectoryCannotBeRead) {
     TemporaryFolder const folder;
     folder.MakeFolder("closed");
@@ -343,6 +450,50 @@ TEST(FileLoop, KeepsNamesInNoEncodingAsBytes) {
         }
         EXPECT_EQ(found, names) << locale;
     }
+}
+
+// The locale joins the letter and its accent and spells the one character in another way; the converter of
+// the same encoding leaves them two, which lead back.
+TEST(FileLoop, ReadsNamesByTheConverterWhereTheLocaleDoesNotLeadBack) {
+    TemporaryFolder const folder;
+    WriteAll(folder, {"A\xCC", "E\xEC", "\xFA"});
+    struct {
+        char const* encoding;
+        char const* names;
+    } const cases[] = {
+        {"CP1258", "A\xCC\x80 E\xCC\x81 \xC3\xBA "},
+        // That one reads other letters, and this one is not known.
+        {"ISO-8859-1", "b:A\xCC b:E\xEC \xC3\xBA "},
+        {"no encoding", "b:A\xCC b:E\xEC \xC3\xBA "},
+    };
+    for (auto const& [encoding, names] : cases)
+        EXPECT_EQ(InChild([&] {
+                      LocaleScope const scope("vi_VN.CP1258");
+                      InitializeEncoding(encoding, false);
+                      std::string found;
+                      FileLoop loop(folder.Location(), ""_utf8, false);
+                      for (; loop.Unfinished(); ++loop)
+                          found += NameOf(*loop) + (CanBeOpened(loop->Location()) ? " " : " lost ");
+                      return found;
+                  }),
+                  names)
+            << encoding;
+}
+
+TEST(FileLoop, OpensTheConverterOnceForAWalk) {
+    TemporaryFolder const folder;
+    WriteAll(folder, {"A\xCC", "E\xEC"});
+    EXPECT_EQ(InChild([&] {
+                  LocaleScope const scope("vi_VN.CP1258");
+                  InitializeEncoding("CP1258", false);
+                  FileLoop loop(folder.Location(), ""_utf8, false);
+                  // Another converter than the one of the first name would not know the second.
+                  InitializeEncoding("ISO-8859-1", false);
+                  std::string const second = NameOf(*++loop);
+                  loop.Start(folder.Location(), ""_utf8, false);
+                  return second + ", started again: " + NameOf(*loop);
+              }),
+              "E\xCC\x81, started again: b:A\xCC");
 }
 
 TEST(FileLoop, KeepsTheWayToANameInNoEncodingInTheLocalesBytes) {

@@ -234,6 +234,29 @@ TEST(FileReadingPath, OpeningAnotherFileClosesTheFirst) {
     EXPECT_EQ(OpenDescriptors(), open);
 }
 
+TEST(FileReadingPath, OpensNoOtherFileWhenClosingTheFirstFails) {
+    TemporaryFolder const folder;
+    folder.Write("a", "1");
+    folder.Write("b", "22");
+    auto const before = OpenDescriptors();
+    FileReadingPath path(folder.Location("a"));
+    auto const opens = CallCount(SystemCall::Open);
+    FailingCall const failure(SystemCall::Close, EIO);
+    try {
+        path.OpenExisting(folder.Location("b"), false);
+        FAIL();
+    } catch (FileIOError const& error) {
+        EXPECT_EQ(error.GetCode(), EIO);
+        EXPECT_TRUE(error.uwhat().Contains(MakeUTF8Ref(folder.Path("a")))) << "the file that failed to close";
+    }
+    EXPECT_FALSE(path.IsOpen());
+    EXPECT_EQ(path.Location().Compare(folder.Location("a")), 0);
+    EXPECT_EQ(CallCount(SystemCall::Open), opens);
+    EXPECT_EQ(OpenDescriptors(), before);
+    path.OpenExisting(folder.Location("b"), false);
+    EXPECT_EQ(path.Length(), 2u);
+}
+
 TEST(FileReadingPath, OpensAgainByItsOwnLocation) {
     TemporaryFolder const folder;
     folder.Write("file", "12345");
@@ -766,6 +789,21 @@ TEST(FileReaderOfUnseekableFiles, AReadForgetsTheByteThatWasSeen) {
     EXPECT_FALSE(reader.Unfinished());
 }
 
+TEST(FileReaderOfUnseekableFiles, AReadThatFailsForgetsTheByteThatWasSeenToo) {
+    TemporaryFolder const folder;
+    for (SystemCall const call : {SystemCall::Read, SystemCall::Seek}) {
+        EndlessFile const file(folder, "0");
+        FileReader reader(file.Path());
+        EXPECT_TRUE(reader.Unfinished());
+        {
+            FailingCall const failure(call, EIO);
+            EXPECT_EQ(FailureOf([&] { ReadSome(reader, 1); }), "FileIOError 5");
+        }
+        folder.Write("endless", "");
+        EXPECT_FALSE(reader.Unfinished()) << "nothing is left that could count";
+    }
+}
+
 TEST(FileReaderOfUnseekableFiles, IsFinishedWhereItCannotSeek) {
     TemporaryFolder const folder;
     EndlessFile const file(folder, "0123");
@@ -851,6 +889,20 @@ TEST(FileReaderOfPipes, EndShortWhenThePipeDoes) {
     EXPECT_TRUE(reader.Unfinished());
     EXPECT_EQ(FailureOf([&] { ReadWhole(reader, 5); }), "EndOfFileError 90");
     EXPECT_EQ(reader.Position(), 3u);
+}
+
+TEST(FileReaderOfPipes, AReadThatFailsKeepsTheByteThatWasSeen) {
+    TemporaryFolder const folder;
+    Fifo const fifo(folder, "0123");
+    FileReadingPath const path(fifo.Location());
+    FileReader reader(path);
+    EXPECT_TRUE(reader.Unfinished());
+    {
+        FailingCall const failure(SystemCall::Read, EIO);
+        EXPECT_EQ(FailureOf([&] { ReadWhole(reader, 4); }), "FileIOError 5");
+    }
+    EXPECT_EQ(reader.Position(), 0u);
+    EXPECT_EQ(ReadWhole(reader, 4), "0123");
 }
 
 TEST(FileReaderOfPipes, CannotStartBehindTheFirstByte) {

@@ -2,6 +2,7 @@
 
 #include "files/FileErrors.h"
 
+#include "tests/files/QuickFolder.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cerrno>
@@ -191,6 +192,37 @@ TEST(UnixFileInfo, GivesTimesBefore1970) {
     folder.Write("file", "x");
     SetTimes(folder.Path("file"), -5, -10);
     EXPECT_EQ(InfoOf(folder.Location("file")).ModificationTime(), At(-10000000));
+}
+
+TEST(UnixFileInfo, KnowsNoTimesOfADanglingLink) {
+    TemporaryFolder const folder;
+    folder.MakeLink("nowhere", "dangling");
+    SetTimes(folder.Path("dangling"), 300, 400);
+    UnixFileInfo info;
+    EXPECT_EQ(info.Set(folder.Location("dangling")), ENOENT);
+    EXPECT_EQ(info.Stats().link.st_mtim.tv_sec, 400);
+    EXPECT_EQ(info.ModificationTime(), At(0));
+    EXPECT_EQ(info.AccessTime(), At(0));
+}
+
+TEST(UnixFileInfo, WrapsTimesAroundThatNoInstantHolds) {
+    TemporaryFolder const folder(QuickFolder());
+    folder.Write("file", "x");
+    struct {
+        time_t seconds;
+        long long microseconds;
+    } const cases[] = {{9223372036854, 9223372036854000000},
+                       {9223372036855, -9223372036854551616},
+                       {-9223372036854, -9223372036854000000},
+                       {-9223372036855, 9223372036854551616}};
+    for (auto const& [seconds, microseconds] : cases) {
+        SetTimes(folder.Path("file"), seconds, seconds);
+        UnixFileInfo const info = InfoOf(folder.Location("file"));
+        if (info.Stats().target.st_mtim.tv_sec != seconds)
+            GTEST_SKIP() << "The file system keeps no such times.";
+        EXPECT_EQ(info.ModificationTime(), At(microseconds)) << seconds;
+        EXPECT_EQ(info.AccessTime(), At(microseconds)) << seconds;
+    }
 }
 
 TEST(UnixFileInfo, SetsItsModificationTimeInSeconds) {

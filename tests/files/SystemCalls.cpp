@@ -88,6 +88,8 @@ off64_t __real_lseek64(int descriptor, off64_t offset, int origin);
 int __real_fcntl(int descriptor, int command, ...);
 int __real_fsync(int descriptor);
 int __real_ftruncate64(int descriptor, off64_t length);
+int __real_fchmod(int descriptor, mode_t mode);
+ssize_t __real_readlinkat(int directory, char const* path, char* target, std::size_t size);
 
 int __wrap_open(char const* path, int flags, ...);
 int __wrap_close(int descriptor);
@@ -97,6 +99,8 @@ off64_t __wrap_lseek64(int descriptor, off64_t offset, int origin);
 int __wrap_fcntl(int descriptor, int command, ...);
 int __wrap_fsync(int descriptor);
 int __wrap_ftruncate64(int descriptor, off64_t length);
+int __wrap_fchmod(int descriptor, mode_t mode);
+ssize_t __wrap_readlinkat(int directory, char const* path, char* target, std::size_t size);
 
 int __wrap_open(char const* path, int flags, ...) {
     mode_t mode = 0;
@@ -146,6 +150,15 @@ int __wrap_fsync(int descriptor) {
 int __wrap_ftruncate64(int descriptor, off64_t length) {
     return Fails(SystemCall::Truncate) ? Failure(SystemCall::Truncate)
                                        : __real_ftruncate64(descriptor, length);
+}
+
+int __wrap_fchmod(int descriptor, mode_t mode) {
+    return Fails(SystemCall::ChangeMode) ? Failure(SystemCall::ChangeMode) : __real_fchmod(descriptor, mode);
+}
+
+ssize_t __wrap_readlinkat(int directory, char const* path, char* target, std::size_t size) {
+    return Fails(SystemCall::ReadLink) ? Failure(SystemCall::ReadLink)
+                                       : __real_readlinkat(directory, path, target, size);
 }
 
 } // extern "C"

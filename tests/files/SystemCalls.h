@@ -3,8 +3,8 @@
 // A hand on the calls that the files room makes to the system: the linker puts it in front of each of them,
 // in the test program only. For tests of one thread; other threads' calls go through but are counted.
 
-enum class SystemCall { Open, Close, Read, Write, Seek, Fcntl, Flush, Truncate };
-inline constexpr int cSystemCalls = 8;
+enum class SystemCall { Open, Close, Read, Write, Seek, Fcntl, Flush, Truncate, ChangeMode, ReadLink };
+inline constexpr int cSystemCalls = 10;
 
 // Calls of the test program so far, failed ones included.
 unsigned long CallCount(SystemCall call);

@@ -9,6 +9,7 @@
 #include "tests/support/LocaleScope.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <set>
 #include <sys/stat.h>
@@ -50,6 +51,18 @@ bool EnterAsRoot(TemporaryFolder const& folder) {
     return (changeRoot() || (SeparateMounts() && changeRoot())) && chdir("/") == 0;
 }
 
+// Called in front of each mkfifo of the library, as another process would come in between.
+std::function<void(std::string const& path)> beforePipe;
+
+// For its scope.
+class BeforePipe {
+public:
+    explicit BeforePipe(std::function<void(std::string const& path)> act) { beforePipe = std::move(act); }
+    BeforePipe(BeforePipe const&) = delete;
+    BeforePipe& operator=(BeforePipe const&) = delete;
+    ~BeforePipe() { beforePipe = nullptr; }
+};
+
 struct Date {
     unsigned int year = 1;
     unsigned int month = 2;
@@ -64,6 +77,15 @@ Date DateOf(FileLocation const& location) {
 }
 
 } // namespace
+
+// The linker puts the first of these in the place of the second.
+extern "C" int __wrap_mkfifo(char const* path, mode_t mode);
+extern "C" int __real_mkfifo(char const* path, mode_t mode);
+
+int __wrap_mkfifo(char const* path, mode_t mode) {
+    if (beforePipe) beforePipe(path);
+    return __real_mkfifo(path, mode);
+}
 
 TEST(TemporaryFileDirLocation, IsOneDirectoryForTheProcess) {
     InitializeTemporaryFileDirLocation();
@@ -153,6 +175,23 @@ TEST(CreateUniquePipeLocation, MakesANamedPipeOfANewName) {
     EXPECT_TRUE(IsUnique(first, folder.Path(), "hint"));
     EXPECT_EQ(ModeOf(first), S_IFIFO | 0600U);
     EXPECT_NE(PathOf(first), PathOf(second));
+}
+
+TEST(CreateUniquePipeLocation, LeavesWhatTakesTheNameInBetween) {
+    TemporaryFolder const folder;
+    folder.Write("kept", "kept");
+    std::string taken;
+    BeforePipe const other([&](std::string const& path) {
+        if (!taken.empty()) return;
+        taken = path;
+        EXPECT_FALSE(std::filesystem::exists(path));
+        std::filesystem::create_symlink(folder.Path("kept"), path);
+    });
+    EXPECT_EQ(FailureOf([&] { CreateUniquePipeLocation(folder.Location(), "hint"_utf8); }),
+              "FileFoundError 17");
+    EXPECT_TRUE(taken.starts_with(folder.Path("hint")));
+    ASSERT_EQ(ModeOf(FileLocation(MakeUTF8Ref(taken))) & S_IFMT, static_cast<mode_t>(S_IFLNK));
+    EXPECT_EQ(folder.Read("kept"), "kept");
 }
 
 TEST(UniqueLocations, StandInTheTemporaryDirectoryByDefault) {
