@@ -5,6 +5,7 @@
 #include "app/ProcessState.h"
 #include "link/UnixPipe.h"
 
+#include <malloc.h>
 #include <unistd.h>
 
 namespace {
@@ -18,6 +19,8 @@ void WaitForInitialization() {
         sleep(cSecondsBetweenLooks);
         ProcessMessagesFromClient();
     }
+    // The support files went through many small pieces of memory, which the heap would keep all day.
+    malloc_trim(0);
 }
 
 } // namespace
