@@ -12,12 +12,13 @@ class SessionDirectory {
 public:
     // Empties the directory, or makes it with every ancestor that is missing.
     //
-    // Throws the errors of files, among them FilePermissionError for the root, by whatever name, and for a
-    // directory that belongs neither to this user nor to the superuser, or whose path names a link that does
-    // not (links further up in the path, or behind that one, are not asked whose they are); IllegalFileName
-    // for a path with a NUL or one that is not strict UTF-8; EmptyFileLocationError for no path. What is
-    // refused for one of these reasons has not been touched.
+    // Refuses, and does not touch, the root, by whatever name, and a directory that belongs neither to this
+    // user nor to the superuser, or whose path names a link that does not (FilePermissionError; links further
+    // up in the path, or behind that one, are not asked whose they are); a path with a NUL or one that is not
+    // strict UTF-8 (IllegalFileName); and no path (EmptyFileLocationError). Throws the other errors of files,
+    // too; what was removed or made by then stays so.
     explicit SessionDirectory(FileLocation const& path);
+
     // Where a file of that name stands in the directory; valid as long as this object. Throws IllegalFileName
     // for a name that does not stand directly in it: an empty one, ".", "..", one with a "/" or a NUL, and
     // one that is not strict UTF-8.

@@ -158,6 +158,7 @@ TEST_F(Initialization, NothingOfOneThatFailedAmongItsTranslationsStaysInForce) {
     Initialize("", false);
     EXPECT_TRUE(initialized);
     EXPECT_FALSE(international);
+    EXPECT_STREQ(std::setlocale(LC_CTYPE, nullptr), "de_DE.UTF-8") << "nobody asks for another";
     EXPECT_TRUE(m_formatOverrides.empty());
     EXPECT_TRUE(m_formatFiles.empty());
     EXPECT_EQ(Shown("OK"), "OK");
@@ -183,12 +184,6 @@ TEST_F(Initialization, FailsForATranslationThatCannotBeRead) {
                   return withoutTranslation + withTranslation + Shown("OK");
               }),
               "done, failed, brand");
-}
-
-TEST_F(Initialization, AFileThatCannotBeReadAddsNothing) {
-    EXPECT_THROW(AddTranslationFile(m_folder.Location("none")), FileNotFoundError);
-    EXPECT_TRUE(m_formatFiles.empty());
-    EXPECT_TRUE(m_formatOverrides.empty());
 }
 
 // The locale is looked at only after the files have been written.
@@ -230,6 +225,14 @@ TEST_F(Initialization, WritesTextsInTheEncodingOfTheLocale) {
 TEST_F(Initialization, LoadsTheLaterOfTwoFilesOfOneName) {
     Environment("de_DE.UTF-8");
     Initialize(SupportFile("de.xlat", "OK\tfirst\n") + SupportFile("de.xlat", "OK\tsecond\n"));
+    EXPECT_EQ(Shown("OK"), "second");
+}
+
+// The first one is what is looked for, and the other one is what stands under its name.
+TEST_F(Initialization, LoadsWhatAFileOfASubFolderHasPutInThePlaceOfOneWithoutAny) {
+    Environment("de_DE.UTF-8");
+    Initialize(SupportFile("de.xlat", "OK\tfirst\n") +
+               SupportFileWith("de.xlat", Base64("OK\tsecond\n"), "<SubFolder>a</SubFolder>"));
     EXPECT_EQ(Shown("OK"), "second");
 }
 

@@ -8,6 +8,7 @@
 #include "tests/support/UStringPrinting.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -39,6 +40,30 @@ TEST(SessionDirectory, IsMadeWithItsAncestors) {
     TemporaryFolder const folder;
     Prepare(folder.Location("a/b/c"));
     EXPECT_TRUE(folder.Location("a/b/c").IsDirectory());
+}
+
+TEST(SessionDirectory, ThatIsMadeCanBeWrittenByItsOwnerOnly) {
+    for (mode_t const mask : {mode_t(0), mode_t(002), mode_t(022)}) {
+        TemporaryFolder const folder;
+        mode_t const earlier = umask(mask);
+        Prepare(folder.Location("a/b"));
+        umask(earlier);
+        for (char const* const name : {"a", "a/b"})
+            EXPECT_EQ(std::filesystem::status(folder.Path(name)).permissions(), std::filesystem::perms(0755))
+                << name << " under " << mask;
+    }
+}
+
+TEST(SessionDirectory, MayHaveARelativePathIfItsFirstDirectoryStands) {
+    TemporaryFolder const folder;
+    std::filesystem::path const earlier = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    EXPECT_THROW(Prepare(Location("a/b")), InvalidFileLocation);
+    EXPECT_FALSE(folder.Has("a"));
+    folder.MakeFolder("a");
+    Write(Location("a/b"), {File("file"_utf8, "QUJD")});
+    std::filesystem::current_path(earlier);
+    EXPECT_EQ(folder.Read("a/b/file"), "ABC");
 }
 
 TEST(SessionDirectory, IsEmptiedWhenItStands) {
