@@ -77,7 +77,8 @@ WindowManager::~WindowManager() {
 
 void WindowManager::End() {
     if (m_process > 0) {
-        kill(m_process, SIGTERM);
+        // It loses a request to end that comes before its main loop runs.
+        kill(m_process, SIGKILL);
         waitpid(m_process, nullptr, 0);
     }
     m_process = -1;
