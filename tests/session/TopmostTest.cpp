@@ -100,13 +100,24 @@ TEST_F(UserWithTopmostMessages, SeesThemUnderAWindowManagerWithoutStates) {
     ScreenUser::WindowID const later = Shell("Later");
     LetATickPass();
     using Requests = std::vector<PlainWindowManager::Request>;
-    EXPECT_EQ(manager.TakeRequests(), (Requests{Asked(running, true), Asked(another, true),
-                                                Asked(completed, false), Asked(later, false)}));
+    // What the client hears of a tick may be quicker than what the display does.
+    auto const take = [&](std::size_t count) {
+        Requests all;
+        WaitFor([&] {
+            Requests const more = manager.TakeRequests();
+            all.insert(all.end(), more.begin(), more.end());
+            return all.size() >= count;
+        });
+        return all;
+    };
+    EXPECT_EQ(take(4), (Requests{Asked(running, true), Asked(another, true), Asked(completed, false),
+                                 Asked(later, false)}));
     CloseBy("form.dismiss", "Later");
 
     Send(Message(2, "Another time") + KeepAbove(true) + CompletionMessage(1, "Backup"));
+    EXPECT_EQ(take(2), (Requests{Asked(another, false), Asked(running, false)}));
     LetATickPass();
-    EXPECT_EQ(manager.TakeRequests(), (Requests{Asked(another, false), Asked(running, false)}));
+    EXPECT_TRUE(manager.TakeRequests().empty());
 }
 
 TEST_F(UserWithTopmostMessages, SeesThemWithoutAWindowManager) {
